@@ -1,0 +1,27 @@
+#include "link/click.h"
+
+#include <exception>
+
+void ClickRunner::run(const std::function<void()>& handler) {
+  if (pump_.pausing()) {
+    pump_.after_pause([this, handler] { run(handler); });
+    return;
+  }
+  try {
+    run_now(handler);
+  } catch (const ProgramClosing&) {
+    // The operation has been unwound; the event loop is about to end.
+  }
+}
+
+void ClickRunner::run_now(const std::function<void()>& handler) {
+  std::string failure;
+  try {
+    handler();
+  } catch (const std::exception& error) {
+    failure = error.what();
+  }
+  if (!failure.empty()) {
+    dialogs_.message(failure);
+  }
+}

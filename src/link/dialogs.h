@@ -1,0 +1,42 @@
+#pragma once
+
+#include <filesystem>
+#include <string_view>
+
+/// Where a file dialog starts. The folders are created when a dialog first starts in them.
+enum class StartFolder {
+  current,  ///< wherever the program stands
+  access,   ///< the folder of the access-control files
+  tarvos,   ///< the folder of the test profiles
+};
+
+/// A common file dialog over "Text (*.txt)|*.txt" with the default extension "txt".
+struct FileRequest {
+  std::string_view title;
+  std::string_view file_name;  ///< proposed
+  StartFolder folder = StartFolder::current;
+};
+
+struct FileAnswer {
+  bool accepted = false;       ///< false: cancelled
+  std::filesystem::path name;  ///< the chosen file; after a cancel the proposed name, as it was proposed
+};
+
+/// The boxes that stop the program until somebody answers. Texts are UTF-8; CR breaks a line.
+/// Each call throws ProgramClosing instead of showing anything once the program is being closed.
+class Dialogs {
+ public:
+  Dialogs() = default;
+  Dialogs(const Dialogs&) = delete;
+  Dialogs& operator=(const Dialogs&) = delete;
+  virtual ~Dialogs() = default;
+
+  /// A box with the text and an OK button.
+  virtual void message(std::string_view text) = 0;
+  /// A box with the text and the buttons Yes and No. @return true for Yes.
+  virtual bool ask(std::string_view text) = 0;
+  /// The file must exist.
+  virtual FileAnswer choose_open_file(const FileRequest& request) = 0;
+  /// Asks before an existing file is replaced, and refuses a place that cannot be written.
+  virtual FileAnswer choose_save_file(const FileRequest& request) = 0;
+};

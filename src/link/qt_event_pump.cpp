@@ -1,0 +1,119 @@
+#include "link/qt_event_pump.h"
+
+#include <utility>
+
+#include <QCoreApplication>
+#include <QDateTime>
+#include <QEventLoop>
+
+namespace {
+
+/// A ticker on the event loop. A tick that falls into a pause comes once, after it.
+class QtTicker : public Ticker {
+ public:
+  QtTicker(EventPump& pump, std::chrono::milliseconds interval, std::function<void()> on_tick)
+      : pump_(pump), on_tick_(std::move(on_tick)) {
+    timer_.setTimerType(Qt::PreciseTimer);
+    timer_.setInterval(interval);
+    QObject::connect(&timer_, &QTimer::timeout, &timer_, [this] { tick(); });
+  }
+
+  void start() override { timer_.start(); }
+  void stop() override { timer_.stop(); }
+  [[nodiscard]] bool running() const override { return timer_.isActive(); }
+
+ private:
+  void tick() {
+    if (!pump_.pausing()) {
+      on_tick_();
+    } else if (!std::exchange(tick_held_, true)) {
+      // The timer object is the guard: a ticker that is gone by then no longer ticks.
+      pump_.after_pause([this, guard = QPointer<QTimer>(&timer_)] {
+        if (guard) {
+          tick_held_ = false;
+          if (running()) {
+            on_tick_();
+          }
+        }
+      });
+    }
+  }
+
+  EventPump& pump_;
+  std::function<void()> on_tick_;
+  QTimer timer_;
+  bool tick_held_ = false;
+};
+
+}  // namespace
+
+QtEventPump::QtEventPump(SerialPort& port) : port_(port) {
+  alarm_.setTimerType(Qt::PreciseTimer);
+  alarm_.setSingleShot(true);
+}
+
+/// One turn of the event loop that waits for events, until `end` at the latest.
+void QtEventPump::process_events_until(TimePoint end) {
+  // Rounded up, so that the last turn does not spin through the last fraction of a millisecond.
+  alarm_.start(std::chrono::ceil<std::chrono::milliseconds>(end - now()));
+  QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents);
+}
+
+void QtEventPump::yield(Wake wake) {
+  throw_if_closing();
+  const auto ended = [this, wake] { return wake == Wake::byte_or_deadline && port_.bytes_waiting() > 0; };
+  const TimePoint end = end_of_yield();
+  QCoreApplication::processEvents();
+  while (!closing() && !ended() && now() < end) {
+    process_events_until(end);
+  }
+  throw_if_closing();
+}
+
+void QtEventPump::sleep(std::chrono::milliseconds pause) {
+  throw_if_closing();
+  const TimePoint end = now() + pause;
+  hold_.begin();
+  while (!closing() && now() < end) {
+    process_events_until(end);
+  }
+  end_pause();
+  throw_if_closing();
+}
+
+void QtEventPump::end_pause() {
+  hold_.end();
+  if (!pausing()) {
+    for (auto& action : std::exchange(waiting_, {})) {
+      after_pause(std::move(action));
+    }
+  }
+}
+
+void QtEventPump::after_pause(std::function<void()> action) {
+  if (pausing()) {
+    waiting_.push_back(std::move(action));
+  } else {
+    QMetaObject::invokeMethod(
+        this, [this, action = std::move(action)] { pausing() ? after_pause(action) : action(); },
+        Qt::QueuedConnection);
+  }
+}
+
+LocalTime QtEventPump::local_time() const {
+  const QDateTime moment = QDateTime::currentDateTime();
+  const QDate date = moment.date();
+  const QTime time = moment.time();
+  return {date.year(), date.month(), date.day(), time.hour(), time.minute(), time.second(), date.dayOfWeek()};
+}
+
+std::unique_ptr<Ticker> QtEventPump::make_ticker(std::chrono::milliseconds interval,
+                                                 std::function<void()> on_tick) {
+  return std::make_unique<QtTicker>(*this, interval, std::move(on_tick));
+}
+
+void QtEventPump::close_program() {
+  EventPump::close_program();
+  // A waiting turn of the event loop must look at the flag at once.
+  QMetaObject::invokeMethod(this, [] {}, Qt::QueuedConnection);
+}

@@ -1,0 +1,56 @@
+#pragma once
+
+#include <chrono>
+#include <functional>
+#include <map>
+#include <vector>
+
+#include "link/event_pump.h"
+
+class FakePort;
+
+/// An event pump whose clock is virtual: waits cost no time and end on the same poll every time. What a
+/// test schedules with after() happens inside the waits, as clicks and bytes do in the real program.
+class TestPump : public EventPump {
+ public:
+  using Milliseconds = std::chrono::milliseconds;
+
+  /// Yields end when a byte waits at this port.
+  void attach(FakePort& port) { port_ = &port; }
+
+  /// Runs `action` at `delay` from now: inside a yield, or after the pause that covers that moment when
+  /// `held_by_pause` says so (clicks, keys and timers; arriving bytes come through).
+  void after(Milliseconds delay, std::function<void()> action, bool held_by_pause = false);
+  /// Lets time pass outside any operation, as the idle event loop does.
+  void idle(Milliseconds time);
+  [[nodiscard]] Milliseconds elapsed() const { return now_ - start_; }
+
+  LocalTime clock;                   ///< what local_time() gives; stands still unless a test moves it
+  std::vector<Milliseconds> sleeps;  ///< every pause, in order
+  int yields = 0;
+
+  void yield(Wake wake) override;
+  using EventPump::yield;
+  void sleep(Milliseconds pause) override;
+  [[nodiscard]] bool pausing() const override { return pauses_ > 0; }
+  void after_pause(std::function<void()> action) override { after(Milliseconds(0), std::move(action), true); }
+  [[nodiscard]] TimePoint now() const override { return now_; }
+  [[nodiscard]] LocalTime local_time() const override { return clock; }
+  [[nodiscard]] std::unique_ptr<Ticker> make_ticker(Milliseconds interval,
+                                                    std::function<void()> on_tick) override;
+
+ private:
+  struct Event {
+    std::function<void()> action;
+    bool held_by_pause;
+  };
+
+  /// Runs what is due up to `end`; stops early when `ended` says so. Leaves the clock at `end` otherwise.
+  void advance(TimePoint end, const std::function<bool()>& ended);
+
+  TimePoint start_{};
+  TimePoint now_{};
+  std::multimap<TimePoint, Event> events_;
+  FakePort* port_ = nullptr;
+  int pauses_ = 0;
+};
