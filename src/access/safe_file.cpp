@@ -1,0 +1,52 @@
+#include "access/safe_file.h"
+
+#include "access/platform.h"
+#include "link/click.h"
+
+#include <QFile>
+#include <QSaveFile>
+#include <QString>
+
+namespace {
+
+[[noreturn]] void fail(std::string_view what, const std::filesystem::path& path, const std::string& reason) {
+  throw ClickError(std::string{what} + " " + shown_name(path) + ": " + reason);
+}
+
+}  // namespace
+
+std::string shown_name(const std::filesystem::path& path) {
+  return QString::fromStdU16String(path.u16string()).toStdString();
+}
+
+void replace_file(const std::filesystem::path& path, std::string_view bytes) {
+  constexpr std::string_view what = "Cannot save";
+  QSaveFile file{QString::fromStdU16String(path.u16string())};
+  const auto size = static_cast<qint64>(bytes.size());
+  if (!file.open(QIODevice::WriteOnly) || file.write(bytes.data(), size) != size || !file.flush()) {
+    fail(what, path, file.errorString().toStdString());
+  }
+  // The commit below syncs too, but does not tell when the disk refuses.
+  if (const std::string reason = sync_to_disk(file.handle()); !reason.empty()) {
+    fail(what, path, reason);
+  }
+  if (!file.commit()) {
+    fail(what, path, file.errorString().toStdString());
+  }
+}
+
+std::string read_whole_file(const std::filesystem::path& path) {
+  QFile file{QString::fromStdU16String(path.u16string())};
+  if (!file.exists()) {
+    throw ClickError("File not found: " + shown_name(path));
+  }
+  constexpr std::string_view what = "Cannot read";
+  if (!file.open(QIODevice::ReadOnly)) {
+    fail(what, path, file.errorString().toStdString());
+  }
+  const QByteArray bytes = file.readAll();
+  if (file.error() != QFileDevice::NoError) {
+    fail(what, path, file.errorString().toStdString());
+  }
+  return bytes.toStdString();
+}
