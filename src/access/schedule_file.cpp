@@ -4,7 +4,7 @@
 
 ScheduleTable::ScheduleTable() {
   for (int n = 1; n <= schedule_count; ++n) {
-    line(n) = with_leading_zeros(n, ScheduleColumns::number.width) + " 00 " + std::string(56, '0');
+    line_to_store(n) = with_leading_zeros(n, ScheduleColumns::number.width) + " 00 " + std::string(56, '0');
   }
 }
 
@@ -34,7 +34,7 @@ const std::string& ScheduleTable::line(int schedule) const {
   return lines_.at(static_cast<std::size_t>(schedule) - 1);
 }
 
-std::string& ScheduleTable::line(int schedule) {
+std::string& ScheduleTable::line_to_store(int schedule) {
   return lines_.at(static_cast<std::size_t>(schedule) - 1);
 }
 
@@ -51,14 +51,14 @@ ScheduleTexts ScheduleTable::texts(int schedule) const {
 }
 
 void ScheduleTable::store(int schedule, const ScheduleTexts& texts) {
-  std::string& line = this->line(schedule);
+  std::string& line = line_to_store(schedule);
   for (int d = 1; d <= days_in_week; ++d) {
     const auto i = static_cast<std::size_t>(d) - 1;
     store_in_columns(line, ScheduleColumns::start_time(d), texts.start[i]);
     store_in_columns(line, ScheduleColumns::end_time(d), texts.end[i]);
   }
   const Columns associated = ScheduleColumns::associated;
-  store_in_columns(line, associated, with_leading_zeros(numeric_value(texts.associated), associated.width));
+  store_in_columns(line, associated, with_leading_zeros(numeric_value(texts.associated), 2));
 }
 
 ScheduleRecord read_delimited_schedule(std::string_view line) {

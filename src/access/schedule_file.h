@@ -49,7 +49,7 @@ class ScheduleTable {
   void store(int schedule, const ScheduleTexts& texts);
 
  private:
-  std::string& line(int schedule);
+  [[nodiscard]] std::string& line_to_store(int schedule);
 
   std::array<std::string, schedule_count> lines_;
 };
