@@ -1,0 +1,39 @@
+#pragma once
+
+#include <functional>
+
+#include <QWidget>
+
+#include "shell/services.h"
+
+class QPushButton;
+
+/// A panel of the main window. A screen knows its operation and the services; it knows no other screen.
+class Screen : public QWidget {
+  Q_OBJECT
+
+ public:
+  /// @param object_name the screen's name in the program ("diag")
+  Screen(const char* object_name, Services& services, QWidget* parent);
+
+  /// Extra work each time the screen is shown.
+  virtual void entered() {}
+  /// What F1 and F2 press; nothing on most screens.
+  [[nodiscard]] virtual QPushButton* start_button() const { return nullptr; }
+  [[nodiscard]] virtual QPushButton* stop_button() const { return nullptr; }
+
+ Q_SIGNALS:
+  /// The mouse is over the panel.
+  void mouse_over();
+
+ protected:
+  /// A button that runs `handler` when pressed, named `object_name` and by its caption.
+  QPushButton* add_button(const QString& caption, const char* object_name, std::function<void()> handler);
+  [[nodiscard]] Services& services() const { return services_; }
+
+  void enterEvent(QEnterEvent* event) override;
+  void mouseMoveEvent(QMouseEvent* event) override;
+
+ private:
+  Services& services_;
+};
