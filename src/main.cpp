@@ -1,1 +1,23 @@
-int main() { return 0; }
+#include <QApplication>
+
+#include "link/qt_event_pump.h"
+#include "link/qt_serial_port.h"
+#include "shell/main_window.h"
+#include "shell/program.h"
+#include "shell/qt_dialogs.h"
+
+int main(int argc, char** argv) {
+  const QApplication application(argc, argv);
+  QApplication::setApplicationName(QStringLiteral("Tarvos"));
+  QApplication::setApplicationVersion(QStringLiteral(TARVOS_VERSION));
+  QApplication::setDesktopFileName(QStringLiteral("tarvos"));
+
+  QtSerialPort port;
+  QtEventPump pump(port);
+  QtDialogs dialogs(pump);
+  Program program(port, pump, dialogs);
+  MainWindow window(program.services());
+  window.start_up();
+  window.show();
+  return QApplication::exec();
+}

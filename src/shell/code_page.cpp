@@ -59,7 +59,7 @@ QString code_page::from_windows_1252(std::string_view bytes) {
   text.reserve(static_cast<qsizetype>(bytes.size()));
   for (const char byte : bytes) {
     const auto code = static_cast<unsigned char>(byte);
-    text += code >= 0x80 && code <= 0x9F ? QChar(windows_1252_high[code - 0x80U]) : QChar(code);
+    text += code >= 0x80 && code <= 0x9F ? QChar(windows_1252_high[code - 0x80U]) : QChar(static_cast<char16_t>(code));
   }
   return text;
 }
@@ -80,7 +80,7 @@ QChar code_page::from_dos_437(char byte) {
   if (code < 0x20) {
     return {static_cast<char16_t>(control_pictures + code)};
   }
-  return code < 0x7F ? QChar(code) : QChar(dos_437_high[code - 0x7FU]);
+  return code < 0x7F ? QChar(static_cast<char16_t>(code)) : QChar(dos_437_high[code - 0x7FU]);
 }
 
 QString code_page::from_dos_437(std::string_view bytes) {

@@ -4,6 +4,22 @@
 
 #include <QPushButton>
 
+namespace {
+
+QString name_of_caption(const QString& caption) {
+  QString name;
+  for (const QChar character : caption.toLower()) {
+    if (character.isLetterOrNumber()) {
+      name += character;
+    } else if (!name.isEmpty() && !name.endsWith(u'_')) {
+      name += u'_';
+    }
+  }
+  return name;
+}
+
+}  // namespace
+
 Screen::Screen(const char* object_name, Services& services, QWidget* parent)
     : QWidget(parent), services_(services) {
   setObjectName(QLatin1String(object_name));
@@ -11,10 +27,11 @@ Screen::Screen(const char* object_name, Services& services, QWidget* parent)
   hide();
 }
 
-QPushButton* Screen::add_button(const QString& caption, const char* object_name, std::function<void()> handler) {
+QPushButton* Screen::add_button(const QString& caption, std::function<void()> handler, const char* object_name) {
   auto* const button = new QPushButton(caption, this);
-  button->setObjectName(QLatin1String(object_name));
-  button->setAutoDefault(false);
+  const QString name = QLatin1String(object_name);
+  button->setObjectName(name.isEmpty() ? name_of_caption(caption) : name);
+  button->setAutoDefault(true);  // Enter presses the button that has the focus
   connect(button, &QPushButton::clicked, this,
           [this, action = std::move(handler)] { services_.clicks.run(action); });
   return button;

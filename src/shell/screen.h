@@ -27,8 +27,9 @@ class Screen : public QWidget {
   void mouse_over();
 
  protected:
-  /// A button that runs `handler` when pressed, named `object_name` and by its caption.
-  QPushButton* add_button(const QString& caption, const char* object_name, std::function<void()> handler);
+  /// A button that runs `handler` when pressed. Without an object name it is named after its caption:
+  /// "Red Led On" is red_led_on.
+  QPushButton* add_button(const QString& caption, std::function<void()> handler, const char* object_name = "");
   [[nodiscard]] Services& services() const { return services_; }
 
   void enterEvent(QEnterEvent* event) override;

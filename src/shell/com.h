@@ -1,0 +1,28 @@
+#pragma once
+
+#include "shell/screen.h"
+
+class OptionGroup;
+class TextBox;
+
+/// The communication setup: every choice takes effect at once.
+class ComScreen : public Screen {
+ public:
+  ComScreen(Services& services, QWidget* parent);
+
+ protected:
+  bool eventFilter(QObject* receiver, QEvent* event) override;
+
+ private:
+  QWidget* address_group();
+  void connect_choices();
+  void reopen_after(OptionGroup* group, std::function<void(int index)> store);
+  [[nodiscard]] QString port_tip(int port_number) const;
+
+  OptionGroup* port_;
+  OptionGroup* baud_;
+  OptionGroup* data_bits_;
+  OptionGroup* parity_;
+  OptionGroup* network_;
+  TextBox* address_;
+};

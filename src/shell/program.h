@@ -1,0 +1,26 @@
+#pragma once
+
+#include <string>
+
+#include "shell/services.h"
+
+/// The state of one run and the services made of it, over a given port, event pump and dialogs.
+class Program {
+ public:
+  Program(SerialPort& port, EventPump& pump, Dialogs& dialogs)
+      : link_(port, pump, dialogs, settings_),
+        clicks_(pump, dialogs),
+        receiver_(port, pump),
+        services_{port, pump, dialogs, settings_, link_, clicks_, receiver_, busy_, record_length_} {}
+
+  [[nodiscard]] Services& services() { return services_; }
+
+ private:
+  CommSettings settings_;
+  BusyFlags busy_;
+  std::string record_length_;
+  ReaderLink link_;
+  ClickRunner clicks_;
+  TerminalReceiver receiver_;
+  Services services_;
+};

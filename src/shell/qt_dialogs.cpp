@@ -1,0 +1,80 @@
+#include "shell/qt_dialogs.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QMessageBox>
+
+namespace {
+
+QString text_of(std::string_view utf8) {
+  return QString::fromUtf8(utf8.data(), static_cast<qsizetype>(utf8.size()));
+}
+
+QMessageBox::StandardButton show_box(std::string_view text, QMessageBox::StandardButtons buttons) {
+  QMessageBox box(QApplication::activeWindow());
+  box.setWindowTitle(QStringLiteral("Tarvos"));
+  box.setTextFormat(Qt::PlainText);
+  box.setText(text_of(text).replace(u'\r', u'\n'));
+  box.setStandardButtons(buttons);
+  return static_cast<QMessageBox::StandardButton>(box.exec());
+}
+
+void set_up(QFileDialog& dialog, const FileRequest& request) {
+  dialog.setNameFilter(QStringLiteral("Text (*.txt)|*.txt").section(u'|', 0, 0));
+  dialog.setDefaultSuffix(QStringLiteral("txt"));
+  dialog.selectFile(text_of(request.file_name));
+}
+
+std::filesystem::path chosen_in(const QFileDialog& dialog) {
+  return dialog.selectedFiles().value(0).toStdU16String();
+}
+
+/// Why a file cannot be written there; empty when it can.
+QString obstacle(const QString& name) {
+  const QFileInfo file(name);
+  const QFileInfo folder(file.absolutePath());
+  if (file.exists() ? !file.isWritable() : !(folder.isDir() && folder.isWritable())) {
+    return QStringLiteral("%1 cannot be written.\nChoose another place.").arg(QDir::toNativeSeparators(name));
+  }
+  return {};
+}
+
+}  // namespace
+
+void QtDialogs::message(std::string_view text) {
+  pump_.throw_if_closing();
+  show_box(text, QMessageBox::Ok);
+}
+
+bool QtDialogs::ask(std::string_view text) {
+  pump_.throw_if_closing();
+  return show_box(text, QMessageBox::Yes | QMessageBox::No) == QMessageBox::Yes;
+}
+
+FileAnswer QtDialogs::choose_open_file(const FileRequest& request) {
+  pump_.throw_if_closing();
+  QFileDialog dialog(QApplication::activeWindow(), text_of(request.title));
+  dialog.setAcceptMode(QFileDialog::AcceptOpen);
+  dialog.setFileMode(QFileDialog::ExistingFile);
+  set_up(dialog, request);
+  return dialog.exec() == QDialog::Accepted ? FileAnswer{true, chosen_in(dialog)}
+                                            : FileAnswer{false, std::filesystem::path(request.file_name)};
+}
+
+FileAnswer QtDialogs::choose_save_file(const FileRequest& request) {
+  pump_.throw_if_closing();
+  QFileDialog dialog(QApplication::activeWindow(), text_of(request.title));
+  dialog.setAcceptMode(QFileDialog::AcceptSave);
+  dialog.setFileMode(QFileDialog::AnyFile);
+  set_up(dialog, request);
+  while (dialog.exec() == QDialog::Accepted) {
+    const QString why = obstacle(dialog.selectedFiles().value(0));
+    if (why.isEmpty()) {
+      return {true, chosen_in(dialog)};
+    }
+    message(why.toStdString());
+  }
+  return {false, std::filesystem::path(request.file_name)};
+}

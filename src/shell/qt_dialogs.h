@@ -1,0 +1,18 @@
+#pragma once
+
+#include "link/dialogs.h"
+#include "link/event_pump.h"
+
+/// The boxes of the running program, modal over the window that has the focus.
+class QtDialogs : public Dialogs {
+ public:
+  explicit QtDialogs(EventPump& pump) : pump_(pump) {}
+
+  void message(std::string_view text) override;
+  bool ask(std::string_view text) override;
+  FileAnswer choose_open_file(const FileRequest& request) override;
+  FileAnswer choose_save_file(const FileRequest& request) override;
+
+ private:
+  EventPump& pump_;
+};

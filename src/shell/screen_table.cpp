@@ -1,0 +1,50 @@
+#include "shell/screen_table.h"
+
+#include "config/diag.h"
+#include "shell/com.h"
+#include "tools/term.h"
+
+namespace {
+
+template <typename ScreenType>
+Screen* make(Services& services, QWidget* parent) {
+  return new ScreenType(services, parent);
+}
+
+/// The names of the screens that are still to come.
+constexpr char vellsetup[] = "vellsetup";
+constexpr char orinparam[] = "orinparam";
+constexpr char keshsetup[] = "keshsetup";
+constexpr char quorsetup[] = "quorsetup";
+constexpr char prottest[] = "prottest";
+constexpr char test[] = "test";
+constexpr char symbology[] = "symbology";
+constexpr char orintautil[] = "orintautil";
+constexpr char keshutil[] = "keshutil";
+constexpr char asciichart[] = "asciichart";
+constexpr char general[] = "general";
+
+/// The place of a screen that is still to come.
+template <const char* name>
+Screen* make_empty(Services& services, QWidget* parent) {
+  return new Screen(name, services, parent);
+}
+
+}  // namespace
+
+const std::array<ScreenEntry, MenuState::entry_count> screen_table{{
+    {"Communication", "com", ScreenCode::com, make<ComScreen>},
+    {"Vell Setup", "vellsetup", ScreenCode::vellsetup, make_empty<vellsetup>},
+    {"Orin/Orinta Setup", "orinparam", ScreenCode::orinparam, make_empty<orinparam>},
+    {"Kesh Setup", "keshsetup", ScreenCode::keshsetup, make_empty<keshsetup>},
+    {"Quor Setup", "quorsetup", ScreenCode::quorsetup, make_empty<quorsetup>},
+    {"Terminal Mode", "term", ScreenCode::term, make<TermScreen>},
+    {"Protocol Test", "prottest", ScreenCode::prottest, make_empty<prottest>},
+    {"Vell Hardware Test", "test", ScreenCode::test, make_empty<test>},
+    {"Barcode/Mag Setup", "symbology", ScreenCode::symbology, make_empty<symbology>},
+    {"Diagnostics", "diag", ScreenCode::diag, make<DiagScreen>},
+    {"Orin/Orinta Utilities", "orintautil", ScreenCode::orintautil, make_empty<orintautil>},
+    {"Kesh/Quor Utilities", "keshutil", ScreenCode::keshutil, make_empty<keshutil>},
+    {"ASCII Chart", "asciichart", ScreenCode::asciichart, make_empty<asciichart>},
+    {"General Info", "general", ScreenCode::general, make_empty<general>},
+}};

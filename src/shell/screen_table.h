@@ -1,0 +1,37 @@
+#pragma once
+
+#include <array>
+#include <string_view>
+
+#include "shell/menu_state.h"
+#include "shell/screen.h"
+
+/// Names the screen on show; other parts of the program ask for it by these numbers.
+enum class ScreenCode {
+  none = 0,
+  test = 1,
+  term = 2,
+  com = 3,
+  vellsetup = 4,
+  orinparam = 5,
+  general = 6,
+  prottest = 7,
+  keshutil = 8,
+  orintautil = 9,
+  asciichart = 10,
+  quorsetup = 11,
+  keshsetup = 12,
+  diag = 13,
+  symbology = 14,
+};
+
+/// One entry of the menu and the screen it opens.
+struct ScreenEntry {
+  const char* caption;
+  const char* name;
+  ScreenCode code;
+  Screen* (*create)(Services& services, QWidget* parent);
+};
+
+/// The fourteen screens, in the order of the menu.
+extern const std::array<ScreenEntry, MenuState::entry_count> screen_table;
