@@ -1,10 +1,10 @@
-#include <QApplication>
-
 #include "link/qt_event_pump.h"
 #include "link/qt_serial_port.h"
 #include "shell/main_window.h"
 #include "shell/program.h"
 #include "shell/qt_dialogs.h"
+
+#include <QApplication>
 
 int main(int argc, char** argv) {
   const QApplication application(argc, argv);

@@ -1,25 +1,25 @@
 #include "config/diag.h"
 
-#include <algorithm>
-#include <array>
-#include <string_view>
+#include "config/identification.h"
+#include "shell/code_page.h"
+#include "shell/fonts.h"
+#include "shell/text_box.h"
 
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QLabel>
 #include <QPushButton>
 
-#include "config/identification.h"
-#include "shell/code_page.h"
-#include "shell/fonts.h"
-#include "shell/text_box.h"
+#include <algorithm>
+#include <array>
+#include <string_view>
 
 namespace {
 
 using namespace std::string_view_literals;
 
-constexpr std::array group_captions{"Reader", "Displays", "Leds", "Relay and Speaker", "Operating Mode",
-                                    "Sense Inputs and Protocol"};
+constexpr std::array group_captions{
+    "Reader", "Displays", "Leds", "Relay and Speaker", "Operating Mode", "Sense Inputs and Protocol"};
 
 /// A button and what it sends. The display texts and the two-digit arguments are fixed patterns.
 struct Command {

@@ -1,10 +1,10 @@
 #pragma once
 
-#include <optional>
-#include <string>
-
 #include "link/dialogs.h"
 #include "link/reader_link.h"
+
+#include <optional>
+#include <string>
 
 /// Asks the reader for its identification, as "Reader Identification" does: first whether it is there,
 /// then for the text itself, so that the request goes out twice.

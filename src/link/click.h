@@ -1,11 +1,11 @@
 #pragma once
 
+#include "link/dialogs.h"
+#include "link/event_pump.h"
+
 #include <functional>
 #include <stdexcept>
 #include <string>
-
-#include "link/dialogs.h"
-#include "link/event_pump.h"
 
 /// Ends the running click with a box that shows the text (UTF-8): "Overflow", "Type mismatch",
 /// "File not found: …" and what else a value or a file makes impossible.

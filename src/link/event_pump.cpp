@@ -11,12 +11,11 @@ EventPump::TimePoint EventPump::end_of_yield() const {
 }
 
 Deadline::Deadline(EventPump& pump, std::chrono::milliseconds time_out)
-    : pump_(pump),
-      time_out_(time_out),
-      end_(pump.now() + time_out),
-      entry_(pump.deadlines_.insert(end_)) {}
+    : pump_(pump), time_out_(time_out), end_(pump.now() + time_out), entry_(pump.deadlines_.insert(end_)) {}
 
-Deadline::~Deadline() { pump_.deadlines_.erase(entry_); }
+Deadline::~Deadline() {
+  pump_.deadlines_.erase(entry_);
+}
 
 void Deadline::restart() {
   pump_.deadlines_.erase(entry_);

@@ -1,9 +1,9 @@
 #pragma once
 
+#include <QObject>
+
 #include <functional>
 #include <memory>
-
-#include <QObject>
 
 class QSerialPort;
 

@@ -1,8 +1,8 @@
-#include <utility>
+#include "link/hang_up_watch.h"
 
 #include <QSerialPort>
 
-#include "link/hang_up_watch.h"
+#include <utility>
 
 std::unique_ptr<QObject> watch_for_hang_up(QSerialPort& port, std::function<void()> on_hang_up) {
   auto watch = std::make_unique<QObject>();

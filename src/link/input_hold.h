@@ -1,11 +1,11 @@
 #pragma once
 
+#include <QObject>
+#include <QPointer>
+
 #include <memory>
 #include <utility>
 #include <vector>
-
-#include <QObject>
-#include <QPointer>
 
 class QEvent;
 

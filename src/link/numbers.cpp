@@ -1,14 +1,16 @@
 #include "link/numbers.h"
 
+#include "link/click.h"
+
 #include <algorithm>
 #include <charconv>
 #include <limits>
 
-#include "link/click.h"
-
 namespace {
 
-bool is_digit(char character) { return character >= '0' && character <= '9'; }
+bool is_digit(char character) {
+  return character >= '0' && character <= '9';
+}
 
 }  // namespace
 
@@ -29,14 +31,17 @@ std::optional<std::int64_t> leading_number(std::string_view text) {
   return negative ? -value : value;
 }
 
-std::int64_t number_or_zero(std::string_view text) { return leading_number(text).value_or(0); }
+std::int64_t number_or_zero(std::string_view text) {
+  return leading_number(text).value_or(0);
+}
 
 std::int16_t to_int16(std::string_view text) {
   const std::optional<std::int64_t> value = leading_number(text);
   if (!value) {
     throw ClickError("Type mismatch");
   }
-  if (*value < std::numeric_limits<std::int16_t>::min() || *value > std::numeric_limits<std::int16_t>::max()) {
+  if (*value < std::numeric_limits<std::int16_t>::min() ||
+      *value > std::numeric_limits<std::int16_t>::max()) {
     throw ClickError("Overflow");
   }
   return static_cast<std::int16_t>(*value);

@@ -1,13 +1,13 @@
 // The serial ports of systems that name them by device file.
 
-#include <algorithm>
-#include <vector>
+#include "link/port_names.h"
 
 #include <QCollator>
 #include <QFileInfo>
 #include <QSerialPortInfo>
 
-#include "link/port_names.h"
+#include <algorithm>
+#include <vector>
 
 namespace {
 
@@ -17,7 +17,8 @@ bool is_real(const QSerialPortInfo& port) {
   if (port.portName().startsWith(QStringLiteral("tty."))) {
     return false;
   }
-  const QFileInfo driver(QStringLiteral("/sys/class/tty/") + port.portName() + QStringLiteral("/device/driver"));
+  const QFileInfo driver(QStringLiteral("/sys/class/tty/") + port.portName() +
+                         QStringLiteral("/device/driver"));
   return !driver.exists() || QFileInfo(driver.canonicalFilePath()).fileName() != QStringLiteral("serial8250");
 }
 

@@ -2,4 +2,6 @@
 
 #include "link/port_names.h"
 
-QString system_device_of_com_port(int port_number) { return QStringLiteral("COM%1").arg(port_number); }
+QString system_device_of_com_port(int port_number) {
+  return QStringLiteral("COM%1").arg(port_number);
+}

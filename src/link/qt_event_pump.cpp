@@ -1,10 +1,10 @@
 #include "link/qt_event_pump.h"
 
-#include <utility>
-
 #include <QCoreApplication>
 #include <QDateTime>
 #include <QEventLoop>
+
+#include <utility>
 
 namespace {
 
@@ -115,5 +115,6 @@ std::unique_ptr<Ticker> QtEventPump::make_ticker(std::chrono::milliseconds inter
 void QtEventPump::close_program() {
   EventPump::close_program();
   // A waiting turn of the event loop must look at the flag at once.
-  QMetaObject::invokeMethod(this, [] {}, Qt::QueuedConnection);
+  QMetaObject::invokeMethod(
+      this, [] {}, Qt::QueuedConnection);
 }

@@ -1,15 +1,15 @@
 #pragma once
 
-#include <functional>
-#include <memory>
-#include <vector>
+#include "link/event_pump.h"
+#include "link/input_hold.h"
+#include "link/serial_port.h"
 
 #include <QObject>
 #include <QTimer>
 
-#include "link/event_pump.h"
-#include "link/input_hold.h"
-#include "link/serial_port.h"
+#include <functional>
+#include <memory>
+#include <vector>
 
 /// The event pump of the running program: the event loop of its one thread.
 class QtEventPump : public QObject, public EventPump {

@@ -1,17 +1,19 @@
 #include "link/qt_serial_port.h"
 
-#include <chrono>
-
 #include "link/hang_up_watch.h"
 #include "link/port_names.h"
 #include "link/timings.h"
+
+#include <chrono>
 
 namespace {
 
 constexpr qint64 receive_buffer_size = 1024;
 constexpr int bits_per_character = 11;  // start, eight data, parity, stop: the longest there is
 
-std::size_t index_of(int port_number) { return static_cast<std::size_t>(port_number - 1); }
+std::size_t index_of(int port_number) {
+  return static_cast<std::size_t>(port_number - 1);
+}
 
 /// How long the line may take for so many bytes before the write counts as failed.
 std::chrono::milliseconds time_for(std::size_t bytes, qint32 baud) {
@@ -29,7 +31,9 @@ QtSerialPort::QtSerialPort() {
   });
 }
 
-QtSerialPort::~QtSerialPort() { QtSerialPort::close(); }
+QtSerialPort::~QtSerialPort() {
+  QtSerialPort::close();
+}
 
 bool QtSerialPort::open(const CommSettings& settings) {
   close();
@@ -131,4 +135,6 @@ std::string QtSerialPort::device_of(int port_number) const {
   return device_of_com_port(port_number).toStdString();
 }
 
-std::string QtSerialPort::open_error(int port_number) const { return open_errors_.at(index_of(port_number)); }
+std::string QtSerialPort::open_error(int port_number) const {
+  return open_errors_.at(index_of(port_number));
+}

@@ -1,11 +1,11 @@
 #pragma once
 
-#include <array>
-#include <memory>
+#include "link/serial_port.h"
 
 #include <QSerialPort>
 
-#include "link/serial_port.h"
+#include <array>
+#include <memory>
 
 /// The real serial port.
 class QtSerialPort : public SerialPort {

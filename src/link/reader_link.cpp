@@ -38,7 +38,9 @@ bool ReaderLink::checkcom() {
   return comopen_;
 }
 
-void ReaderLink::open_at_start_up() { starting_up_ = !opencomm(); }
+void ReaderLink::open_at_start_up() {
+  starting_up_ = !opencomm();
+}
 
 void ReaderLink::clearcomm() {
   while (port_.bytes_waiting() >= 1) {
@@ -46,7 +48,9 @@ void ReaderLink::clearcomm() {
   }
 }
 
-void ReaderLink::discard_received() { port_.discard_received(); }
+void ReaderLink::discard_received() {
+  port_.discard_received();
+}
 
 void ReaderLink::flush_line() {
   discard_received();
@@ -64,16 +68,26 @@ bool ReaderLink::setnetaddr() {
   return true;
 }
 
-bool ReaderLink::to_all_readers() const { return network_mode_ && address_byte_ == global_address_byte; }
+bool ReaderLink::to_all_readers() const {
+  return network_mode_ && address_byte_ == global_address_byte;
+}
 
 std::string ReaderLink::frame(std::string_view command) const {
   return network_mode_ ? network_frame(address_byte_, command) : plain_frame(command);
 }
 
-void ReaderLink::write_ack() { port_.write(std::string_view(&wire::ack, 1)); }
+void ReaderLink::write_ack() {
+  port_.write(std::string_view(&wire::ack, 1));
+}
 
-void ReaderLink::commerror() { dialogs_.message(messages::comm_error); }
+void ReaderLink::commerror() {
+  dialogs_.message(messages::comm_error);
+}
 
-void ReaderLink::notconnected() { dialogs_.message(messages::not_connected); }
+void ReaderLink::notconnected() {
+  dialogs_.message(messages::not_connected);
+}
 
-void ReaderLink::protectedbox() { dialogs_.message(messages::password_protected); }
+void ReaderLink::protectedbox() {
+  dialogs_.message(messages::password_protected);
+}

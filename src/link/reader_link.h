@@ -1,15 +1,15 @@
 #pragma once
 
+#include "link/comm_settings.h"
+#include "link/dialogs.h"
+#include "link/event_pump.h"
+#include "link/serial_port.h"
+
 #include <chrono>
 #include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
-
-#include "link/comm_settings.h"
-#include "link/dialogs.h"
-#include "link/event_pump.h"
-#include "link/serial_port.h"
 
 /// The exchange with one reader over the one serial port: opening it with the technician's choices,
 /// addressing a reader, framing and sending a command, awaiting the acknowledge, collecting a reply.

@@ -1,12 +1,12 @@
 #pragma once
 
+#include "link/comm_settings.h"
+
 #include <cstddef>
 #include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
-
-#include "link/comm_settings.h"
 
 /// The one serial port of the program: 8-bit code units, polled, read one character at a time.
 /// Nothing here shows a message; callers judge by the results.

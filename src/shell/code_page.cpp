@@ -1,9 +1,9 @@
 #include "shell/code_page.h"
 
+#include "link/click.h"
+
 #include <algorithm>
 #include <string_view>
-
-#include "link/click.h"
 
 namespace {
 
@@ -59,7 +59,8 @@ QString code_page::from_windows_1252(std::string_view bytes) {
   text.reserve(static_cast<qsizetype>(bytes.size()));
   for (const char byte : bytes) {
     const auto code = static_cast<unsigned char>(byte);
-    text += code >= 0x80 && code <= 0x9F ? QChar(windows_1252_high[code - 0x80U]) : QChar(static_cast<char16_t>(code));
+    text += code >= 0x80 && code <= 0x9F ? QChar(windows_1252_high[code - 0x80U])
+                                         : QChar(static_cast<char16_t>(code));
   }
   return text;
 }

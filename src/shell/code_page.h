@@ -1,11 +1,11 @@
 #pragma once
 
+#include <QChar>
+#include <QString>
+
 #include <optional>
 #include <string>
 #include <string_view>
-
-#include <QChar>
-#include <QString>
 
 /// The one place where bytes of the wire and of files become text, and text becomes bytes.
 namespace code_page {

@@ -1,16 +1,16 @@
 #include "shell/com.h"
 
-#include <array>
+#include "shell/code_page.h"
+#include "shell/fonts.h"
+#include "shell/option_group.h"
+#include "shell/text_box.h"
 
 #include <QEvent>
 #include <QGridLayout>
 #include <QLabel>
 #include <QRadioButton>
 
-#include "shell/code_page.h"
-#include "shell/fonts.h"
-#include "shell/option_group.h"
-#include "shell/text_box.h"
+#include <array>
 
 namespace {
 
@@ -47,8 +47,8 @@ ComScreen::ComScreen(Services& services, QWidget* parent) : Screen("com", servic
   parity_ = new OptionGroup("parity", QStringLiteral("Parity"),
                             {QStringLiteral("None"), QStringLiteral("Even"), QStringLiteral("Odd")},
                             index_of(parities, defaults.parity));
-  network_ = new OptionGroup("network_mode", QStringLiteral("Network Mode"), on_off,
-                             defaults.network_mode ? 0 : 1);
+  network_ =
+      new OptionGroup("network_mode", QStringLiteral("Network Mode"), on_off, defaults.network_mode ? 0 : 1);
 
   auto* const heading = new QLabel(QStringLiteral("Communication Setup"));
   heading->setFont(fonts::serif(16));
@@ -70,7 +70,8 @@ ComScreen::ComScreen(Services& services, QWidget* parent) : Screen("com", servic
 QWidget* ComScreen::address_group() {
   auto* const group = new QGroupBox(QStringLiteral("Reader Address"));
   auto* const layout = new QVBoxLayout(group);
-  address_ = new TextBox("reader_address", QStringLiteral("Reader Address"), 0, KeyFilter::digits_no_backspace);
+  address_ =
+      new TextBox("reader_address", QStringLiteral("Reader Address"), 0, KeyFilter::digits_no_backspace);
   address_->setText(code_page::from_windows_1252(services().settings.reader_address));
   address_->set_width_in_characters(6);
   auto* const hint = new QLabel(QStringLiteral("0 to 126, or 127 for all readers (the Global Address)"));
@@ -85,8 +86,9 @@ void ComScreen::connect_choices() {
   CommSettings& settings = services().settings;
   reopen_after(port_, [&settings](int index) { settings.port_number = index + 1; });
   reopen_after(baud_, [&settings](int index) { settings.baud = bauds.at(static_cast<std::size_t>(index)); });
-  reopen_after(data_bits_,
-               [&settings](int index) { settings.data_bits = data_bits.at(static_cast<std::size_t>(index)); });
+  reopen_after(data_bits_, [&settings](int index) {
+    settings.data_bits = data_bits.at(static_cast<std::size_t>(index));
+  });
   reopen_after(parity_,
                [&settings](int index) { settings.parity = parities.at(static_cast<std::size_t>(index)); });
   connect(network_, &OptionGroup::option_chosen, this, [this](int index) {

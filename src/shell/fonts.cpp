@@ -15,7 +15,8 @@ QFont font_of(const QStringList& families, QFont::StyleHint hint, qreal points) 
 }  // namespace
 
 QFont fonts::serif(qreal points) {
-  return font_of({QStringLiteral("Times New Roman"), QStringLiteral("Liberation Serif")}, QFont::Serif, points);
+  return font_of({QStringLiteral("Times New Roman"), QStringLiteral("Liberation Serif")}, QFont::Serif,
+                 points);
 }
 
 QFont fonts::fixed(qreal points) {

@@ -1,19 +1,19 @@
 #include "shell/main_window.h"
 
-#include <algorithm>
+#include "shell/twips.h"
 
 #include <QApplication>
 #include <QCloseEvent>
 #include <QKeyEvent>
 #include <QPushButton>
 
-#include "shell/twips.h"
+#include <algorithm>
 
 namespace {
 
-constexpr int panel_left = 2370;      // twips
-constexpr int window_width = 11010;   // twips
-constexpr int window_height = 8100;   // twips
+constexpr int panel_left = 2370;     // twips
+constexpr int window_width = 11010;  // twips
+constexpr int window_height = 8100;  // twips
 
 constexpr const char* title =
     " Tarvos            Vell  Orin/Orinta  Kesh  Quor  SERIES                READER  UTILITY";
@@ -40,7 +40,8 @@ std::size_t index_of(ScreenCode code) {
 
 }  // namespace
 
-MainWindow::MainWindow(Services& services) : services_(services), menu_(new MenuColumn(captions(), this)), screens_{} {
+MainWindow::MainWindow(Services& services)
+    : services_(services), menu_(new MenuColumn(captions(), this)), screens_{} {
   setObjectName(QStringLiteral("Tarvos"));
   setWindowTitle(QLatin1String(title));
   setMouseTracking(true);
@@ -57,13 +58,16 @@ MainWindow::MainWindow(Services& services) : services_(services), menu_(new Menu
 }
 
 void MainWindow::start_up() {
-  resize(QSize(twips_to_pixels(window_width, *this), twips_to_pixels(window_height, *this)).expandedTo(minimumSize()));
+  resize(QSize(twips_to_pixels(window_width, *this), twips_to_pixels(window_height, *this))
+             .expandedTo(minimumSize()));
   com_window();
   menu_->reset();
   services_.link.open_at_start_up();
 }
 
-Screen* MainWindow::screen(ScreenCode code) const { return screens_.at(index_of(code)); }
+Screen* MainWindow::screen(ScreenCode code) const {
+  return screens_.at(index_of(code));
+}
 
 void MainWindow::display_window(int index) {
   services_.receiver.stop();
@@ -84,6 +88,7 @@ void MainWindow::show_screen(ScreenCode code) {
   place(shown);
   shown.show();
   screen_code_ = code;
+  shown.setFocus(Qt::OtherFocusReason);
   shown.entered();
 }
 

@@ -1,11 +1,11 @@
 #pragma once
 
-#include <array>
+#include "shell/menu_column.h"
+#include "shell/screen_table.h"
 
 #include <QWidget>
 
-#include "shell/menu_column.h"
-#include "shell/screen_table.h"
+#include <array>
 
 /// The one window: the menu at the left, one of fourteen screens at the right. It alone knows all screens.
 class MainWindow : public QWidget {

@@ -1,13 +1,14 @@
 #include "shell/menu_column.h"
 
+#include "shell/fonts.h"
+#include "shell/twips.h"
+
 #include <QKeyEvent>
 #include <QMouseEvent>
+#include <QPaintEvent>
 #include <QPainter>
 #include <QPainterPath>
 #include <QStyleOptionFocusRect>
-
-#include "shell/fonts.h"
-#include "shell/twips.h"
 
 namespace {
 
@@ -155,9 +156,9 @@ void MenuColumn::place_entries() {
 
 void MenuColumn::show_state() {
   for (int index = 0; index < static_cast<int>(entries_.size()); ++index) {
-    entry(index)->set_text_colour(index == state_.selected()    ? selected_colour
+    entry(index)->set_text_colour(index == state_.selected()  ? selected_colour
                                   : index == state_.hovered() ? highlight_colour
-                                                                : normal_colour);
+                                                              : normal_colour);
   }
   pointer_->setGeometry(twips_to_pixels(pointer_left, *this), entry(state_.pointer())->y(),
                         twips_to_pixels(pointer_width, *this), twips_to_pixels(entry_height, *this));
@@ -168,6 +169,10 @@ void MenuColumn::resizeEvent(QResizeEvent* event) {
   place_entries();
   show_state();
   QWidget::resizeEvent(event);
+}
+
+void MenuColumn::paintEvent(QPaintEvent* event) {
+  QPainter(this).fillRect(event->rect(), teal);
 }
 
 void MenuColumn::mouseMoveEvent(QMouseEvent* event) {

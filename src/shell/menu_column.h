@@ -1,12 +1,12 @@
 #pragma once
 
-#include <vector>
+#include "shell/menu_state.h"
 
 #include <QAbstractButton>
 #include <QStringList>
 #include <QWidget>
 
-#include "shell/menu_state.h"
+#include <vector>
 
 /// One caption of the menu: a teal label that can be pressed.
 class MenuEntry : public QAbstractButton {
@@ -51,6 +51,7 @@ class MenuColumn : public QWidget {
   void entry_clicked(int index);
 
  protected:
+  void paintEvent(QPaintEvent* event) override;
   void resizeEvent(QResizeEvent* event) override;
   void mouseMoveEvent(QMouseEvent* event) override;
 

@@ -4,8 +4,8 @@
 #include <QKeyEvent>
 #include <QRadioButton>
 
-OptionGroup::OptionGroup(const char* object_name, const QString& caption, const QStringList& options, int chosen,
-                         Qt::Orientation orientation, QWidget* parent)
+OptionGroup::OptionGroup(const char* object_name, const QString& caption, const QStringList& options,
+                         int chosen, Qt::Orientation orientation, QWidget* parent)
     : QGroupBox(caption, parent),
       layout_(new QBoxLayout(orientation == Qt::Vertical ? QBoxLayout::TopToBottom : QBoxLayout::LeftToRight,
                              this)) {
@@ -31,7 +31,8 @@ void OptionGroup::add_option(const QString& caption, int index) {
     }
   });
   // A click that changes nothing toggles nothing, and acts all the same.
-  connect(button, &QRadioButton::pressed, this, [this, button] { chosen_when_pressed_ = button->isChecked(); });
+  connect(button, &QRadioButton::pressed, this,
+          [this, button] { chosen_when_pressed_ = button->isChecked(); });
   connect(button, &QRadioButton::clicked, this, [this, index] {
     if (chosen_when_pressed_) {
       Q_EMIT option_chosen(index);
@@ -39,9 +40,13 @@ void OptionGroup::add_option(const QString& caption, int index) {
   });
 }
 
-int OptionGroup::chosen() const { return group_.checkedId(); }
+int OptionGroup::chosen() const {
+  return group_.checkedId();
+}
 
-QRadioButton* OptionGroup::option(int index) const { return options_.at(static_cast<std::size_t>(index)); }
+QRadioButton* OptionGroup::option(int index) const {
+  return options_.at(static_cast<std::size_t>(index));
+}
 
 bool OptionGroup::eventFilter(QObject* receiver, QEvent* event) {
   if (event->type() == QEvent::KeyPress) {

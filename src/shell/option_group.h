@@ -1,10 +1,10 @@
 #pragma once
 
-#include <vector>
-
 #include <QButtonGroup>
 #include <QGroupBox>
 #include <QStringList>
+
+#include <vector>
 
 class QBoxLayout;
 class QRadioButton;

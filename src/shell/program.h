@@ -1,8 +1,8 @@
 #pragma once
 
-#include <string>
-
 #include "shell/services.h"
+
+#include <string>
 
 /// The state of one run and the services made of it, over a given port, event pump and dialogs.
 class Program {

@@ -1,8 +1,8 @@
 #include "shell/screen.h"
 
-#include <utility>
-
 #include <QPushButton>
+
+#include <utility>
 
 namespace {
 
@@ -27,7 +27,8 @@ Screen::Screen(const char* object_name, Services& services, QWidget* parent)
   hide();
 }
 
-QPushButton* Screen::add_button(const QString& caption, std::function<void()> handler, const char* object_name) {
+QPushButton* Screen::add_button(const QString& caption, std::function<void()> handler,
+                                const char* object_name) {
   auto* const button = new QPushButton(caption, this);
   const QString name = QLatin1String(object_name);
   button->setObjectName(name.isEmpty() ? name_of_caption(caption) : name);
@@ -35,6 +36,11 @@ QPushButton* Screen::add_button(const QString& caption, std::function<void()> ha
   connect(button, &QPushButton::clicked, this,
           [this, action = std::move(handler)] { services_.clicks.run(action); });
   return button;
+}
+
+void Screen::focusInEvent(QFocusEvent* event) {
+  QWidget::focusInEvent(event);
+  focusNextChild();
 }
 
 void Screen::enterEvent(QEnterEvent* event) {

@@ -1,10 +1,10 @@
 #pragma once
 
-#include <functional>
+#include "shell/services.h"
 
 #include <QWidget>
 
-#include "shell/services.h"
+#include <functional>
 
 class QPushButton;
 
@@ -29,9 +29,12 @@ class Screen : public QWidget {
  protected:
   /// A button that runs `handler` when pressed. Without an object name it is named after its caption:
   /// "Red Led On" is red_led_on.
-  QPushButton* add_button(const QString& caption, std::function<void()> handler, const char* object_name = "");
+  QPushButton* add_button(const QString& caption, std::function<void()> handler,
+                          const char* object_name = "");
   [[nodiscard]] Services& services() const { return services_; }
 
+  /// The panel itself takes no focus: its first control does.
+  void focusInEvent(QFocusEvent* event) override;
   void enterEvent(QEnterEvent* event) override;
   void mouseMoveEvent(QMouseEvent* event) override;
 

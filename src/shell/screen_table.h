@@ -1,10 +1,10 @@
 #pragma once
 
-#include <array>
-#include <string_view>
-
 #include "shell/menu_state.h"
 #include "shell/screen.h"
+
+#include <array>
+#include <string_view>
 
 /// Names the screen on show; other parts of the program ask for it by these numbers.
 enum class ScreenCode {

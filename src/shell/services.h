@@ -1,7 +1,5 @@
 #pragma once
 
-#include <string>
-
 #include "link/click.h"
 #include "link/comm_settings.h"
 #include "link/dialogs.h"
@@ -9,6 +7,8 @@
 #include "link/reader_link.h"
 #include "link/serial_port.h"
 #include "tools/terminal_receiver.h"
+
+#include <string>
 
 /// The operations that must end before the screen changes. Set and cleared by the transfers and the poller.
 struct BusyFlags {

@@ -1,17 +1,19 @@
 #include "shell/text_box.h"
 
-#include <algorithm>
+#include "shell/code_page.h"
 
 #include <QInputMethodEvent>
 #include <QKeyEvent>
 #include <QStyle>
 #include <QStyleOptionFrame>
 
-#include "shell/code_page.h"
+#include <algorithm>
 
 namespace {
 
-bool is_digit(QChar character) { return character >= u'0' && character <= u'9'; }
+bool is_digit(QChar character) {
+  return character >= u'0' && character <= u'9';
+}
 
 bool types_a_character(const QKeyEvent& event) {
   const QString text = event.text();
@@ -22,8 +24,8 @@ bool types_a_character(const QKeyEvent& event) {
 
 }  // namespace
 
-TextBox::TextBox(const char* object_name, const QString& accessible_name, int maximum_length, KeyFilter filter,
-                 QWidget* parent)
+TextBox::TextBox(const char* object_name, const QString& accessible_name, int maximum_length,
+                 KeyFilter filter, QWidget* parent)
     : QLineEdit(parent), filter_(filter) {
   setObjectName(QLatin1String(object_name));
   setAccessibleName(accessible_name);
@@ -35,7 +37,9 @@ TextBox::TextBox(const char* object_name, const QString& accessible_name, int ma
   }
 }
 
-std::string TextBox::bytes() const { return code_page::bytes_of(text()); }
+std::string TextBox::bytes() const {
+  return code_page::bytes_of(text());
+}
 
 void TextBox::set_width_in_characters(int characters) {
   QStyleOptionFrame option;

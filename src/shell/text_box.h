@@ -1,8 +1,8 @@
 #pragma once
 
-#include <string>
-
 #include <QLineEdit>
+
+#include <string>
 
 /// Which typed characters a box takes. A filter acts on keys that type a character; Delete, Tab, arrows,
 /// Home, End and the clipboard keep working, and pasting is not filtered.

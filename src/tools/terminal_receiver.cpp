@@ -34,7 +34,9 @@ TerminalReceiver::TerminalReceiver(SerialPort& port, EventPump& pump)
   port_.on_arrival = [this] { arrived(); };
 }
 
-TerminalReceiver::~TerminalReceiver() { port_.on_arrival = nullptr; }
+TerminalReceiver::~TerminalReceiver() {
+  port_.on_arrival = nullptr;
+}
 
 void TerminalReceiver::start(Display display) {
   display_ = std::move(display);

@@ -1,13 +1,13 @@
 #pragma once
 
+#include "link/event_pump.h"
+#include "link/serial_port.h"
+
 #include <functional>
 #include <memory>
 #include <string>
 #include <utility>
 #include <vector>
-
-#include "link/event_pump.h"
-#include "link/serial_port.h"
 
 /// What a tick of the receiver has to show: the first line continues the display's last one, each further
 /// line begins a new one. Bytes of the terminals' code page; control characters stand for themselves.

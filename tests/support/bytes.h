@@ -1,13 +1,14 @@
 #pragma once
 
-#include <gtest/gtest.h>
-
 #include <cstdio>
+#include <gtest/gtest.h>
 #include <string>
 #include <string_view>
 
 /// The bytes of a literal, NUL included: "\x02" "V"_bytes.
-inline std::string operator""_bytes(const char* text, std::size_t length) { return {text, length}; }
+inline std::string operator""_bytes(const char* text, std::size_t length) {
+  return {text, length};
+}
 
 /// Bytes as hexadecimal pairs with the visible characters beside them, sixteen a row.
 inline std::string hex_dump(std::string_view bytes) {

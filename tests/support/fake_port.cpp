@@ -77,6 +77,10 @@ void FakePort::discard_received() {
   received_.clear();
 }
 
-std::string FakePort::device_of(int port_number) const { return "/dev/fake" + std::to_string(port_number); }
+std::string FakePort::device_of(int port_number) const {
+  return "/dev/fake" + std::to_string(port_number);
+}
 
-std::string FakePort::open_error(int /*port_number*/) const { return openable ? "" : "Permission denied"; }
+std::string FakePort::open_error(int /*port_number*/) const {
+  return openable ? "" : "Permission denied";
+}

@@ -1,14 +1,14 @@
 #pragma once
 
+#include "link/serial_port.h"
+#include "support/test_pump.h"
+
 #include <chrono>
 #include <deque>
 #include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
-
-#include "link/serial_port.h"
-#include "support/test_pump.h"
 
 /// A serial port at virtual time. It keeps every write, and answers as the test says.
 class FakePort : public SerialPort {

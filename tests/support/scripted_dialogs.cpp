@@ -1,10 +1,11 @@
 #include "support/scripted_dialogs.h"
 
 #include <gtest/gtest.h>
-
 #include <utility>
 
-ScriptedDialogs::~ScriptedDialogs() { verify(); }
+ScriptedDialogs::~ScriptedDialogs() {
+  verify();
+}
 
 void ScriptedDialogs::expect_message(std::string_view text, std::function<void()> meanwhile) {
   script_.push_back({"message: " + std::string(text), false, std::nullopt, std::move(meanwhile)});
@@ -46,16 +47,25 @@ ScriptedDialogs::Step ScriptedDialogs::next(const std::string& what) {
   return step;
 }
 
-void ScriptedDialogs::message(std::string_view text) { next("message: " + std::string(text)); }
+void ScriptedDialogs::message(std::string_view text) {
+  next("message: " + std::string(text));
+}
 
-bool ScriptedDialogs::ask(std::string_view text) { return next("question: " + std::string(text)).yes; }
+bool ScriptedDialogs::ask(std::string_view text) {
+  return next("question: " + std::string(text)).yes;
+}
 
 FileAnswer ScriptedDialogs::choose(const std::string& what, const FileRequest& request) {
   requests.push_back(request);
   const Step step = next(what + std::string(request.title));
-  return step.name ? FileAnswer{true, *step.name} : FileAnswer{false, std::filesystem::path(request.file_name)};
+  return step.name ? FileAnswer{true, *step.name}
+                   : FileAnswer{false, std::filesystem::path(request.file_name)};
 }
 
-FileAnswer ScriptedDialogs::choose_open_file(const FileRequest& request) { return choose("open: ", request); }
+FileAnswer ScriptedDialogs::choose_open_file(const FileRequest& request) {
+  return choose("open: ", request);
+}
 
-FileAnswer ScriptedDialogs::choose_save_file(const FileRequest& request) { return choose("save: ", request); }
+FileAnswer ScriptedDialogs::choose_save_file(const FileRequest& request) {
+  return choose("save: ", request);
+}

@@ -1,13 +1,13 @@
 #pragma once
 
+#include "link/dialogs.h"
+#include "link/event_pump.h"
+
 #include <deque>
 #include <functional>
 #include <optional>
 #include <string>
 #include <vector>
-
-#include "link/dialogs.h"
-#include "link/event_pump.h"
 
 /// Dialogs that answer from a script. A box that nobody expected fails the test, and so does a scripted
 /// answer that nobody asked for.
@@ -25,7 +25,7 @@ class ScriptedDialogs : public Dialogs {
   /// Fails the test when a scripted box has not come; then forgets what was scripted.
   void verify();
 
-  std::vector<std::string> shown;   ///< "message: …", "question: …", "open: …", "save: …" in order
+  std::vector<std::string> shown;     ///< "message: …", "question: …", "open: …", "save: …" in order
   std::vector<FileRequest> requests;  ///< of every file dialog
 
   void message(std::string_view text) override;

@@ -1,8 +1,8 @@
 #include "support/test_pump.h"
 
-#include <algorithm>
-
 #include "support/fake_port.h"
+
+#include <algorithm>
 
 namespace {
 
@@ -33,8 +33,8 @@ class TestTicker : public Ticker {
 
   void schedule(int generation) { schedule(pump_, interval_, state_, generation); }
 
-  static void schedule(TestPump& pump, std::chrono::milliseconds interval, const std::shared_ptr<State>& state,
-                       int generation) {
+  static void schedule(TestPump& pump, std::chrono::milliseconds interval,
+                       const std::shared_ptr<State>& state, int generation) {
     pump.after(
         interval,
         [&pump, interval, state, generation] {

@@ -1,11 +1,11 @@
 #pragma once
 
+#include "link/event_pump.h"
+
 #include <chrono>
 #include <functional>
 #include <map>
 #include <vector>
-
-#include "link/event_pump.h"
 
 class FakePort;
 
@@ -23,7 +23,9 @@ class TestPump : public EventPump {
   void after(Milliseconds delay, std::function<void()> action, bool held_by_pause = false);
   /// Lets time pass outside any operation, as the idle event loop does.
   void idle(Milliseconds time);
-  [[nodiscard]] Milliseconds elapsed() const { return std::chrono::duration_cast<Milliseconds>(now_ - start_); }
+  [[nodiscard]] Milliseconds elapsed() const {
+    return std::chrono::duration_cast<Milliseconds>(now_ - start_);
+  }
 
   LocalTime clock;                   ///< what local_time() gives; stands still unless a test moves it
   std::vector<Milliseconds> sleeps;  ///< every pause, in order
