@@ -15,6 +15,17 @@ inline constexpr int acknowledge_polls = 100;                ///< getack: a coun
 inline constexpr milliseconds presence_reply = 100ms;        ///< reader_connected: silence before a character
 inline constexpr milliseconds identification_reply = 250ms;  ///< "Reader Identification": the same
 
+// The transfers of access lists, schedules, logs and collected records.
+inline constexpr milliseconds transfer_reply = 5000ms;           ///< from a command to the reader's answer
+inline constexpr milliseconds access_record_pause = 250ms;       ///< after each record of an access list
+inline constexpr milliseconds schedule_command_pause = 50ms;     ///< after each command of a schedule
+inline constexpr milliseconds broadcast_schedule_pause = 250ms;  ///< more, after a schedule to all readers
+inline constexpr milliseconds upload_acknowledge_pause = 100ms;  ///< from an upload's request to its ACK
+inline constexpr milliseconds access_record_reply = 1000ms;      ///< uploads: silence before a character
+inline constexpr milliseconds log_record_reply = 250ms;          ///< the same, of the logs
+inline constexpr milliseconds clear_pause = 250ms;               ///< after a clear
+inline constexpr milliseconds rest_of_reply_poll = 1ms;          ///< between looks at a reply come in part
+
 // The terminal.
 inline constexpr milliseconds terminal_tick = 1ms;  ///< from an arriving byte to its display
 

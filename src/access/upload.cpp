@@ -1,0 +1,96 @@
+#include "access/transfers.h"
+#include "link/frame.h"
+#include "link/numbers.h"
+
+namespace {
+
+constexpr int longest_record = 500;
+constexpr std::string_view last_reply = "END";
+
+}  // namespace
+
+void Transfers::upload(const UploadKind& kind, const StatusLine& status) {
+  if (kind.port_check == PortCheck::before_dialog && !link_.checkcom()) {
+    return;
+  }
+  if (busy()) {
+    return;
+  }
+  const FileAnswer answer = dialogs_.choose_save_file({kind.title, kind.file_name});
+  if (!answer.accepted && kind.on_cancel == OnCancel::end) {
+    return;
+  }
+  if (kind.port_check == PortCheck::after_dialog && !link_.checkcom()) {
+    return;
+  }
+  if (link_.network_mode() && !link_.setnetaddr()) {
+    return;
+  }
+  if (kind.flag_set == FlagSet::before_refusals) {
+    busy_.uploading_on = true;
+  }
+  if (!may_upload(kind)) {
+    return;  // with the flag as it stands
+  }
+  busy_.uploading_on = true;
+  status.show("Records Uploaded:");
+  const bool created = upload_file_.create(answer.name);
+  UploadEnd end = UploadEnd::file_failure;
+  if (created || kind.on_file_failure == OnFileFailure::go_on) {
+    write_two_acks_on_network();
+    link_.clearcomm();
+    end = upload_acknowledged(kind) ? upload_records(kind, status) : UploadEnd::time_out;
+  }
+  // After a time-out the file stays open, and that is meant; it ends with the next upload or the program.
+  if (end != UploadEnd::time_out) {
+    upload_file_.close();
+  }
+  if (end != UploadEnd::file_failure) {
+    dialogs_.message(end == UploadEnd::complete ? "Upload Complete" : "Reader Timeout");
+  }
+  status.hide();
+  busy_.uploading_on = false;
+  if (end != UploadEnd::file_failure) {
+    write_two_acks_on_network();
+  }
+}
+
+bool Transfers::may_upload(const UploadKind& kind) {
+  if (link_.to_all_readers()) {
+    dialogs_.message("You cannot upload from address 127");
+    return false;
+  }
+  return kind.connection_test == ConnectionTest::none || reader_answers();
+}
+
+/// Announces the upload. @return false when a network reader does not acknowledge; a plain line never does.
+bool Transfers::upload_acknowledged(const UploadKind& kind) {
+  link_.write_frame(kind.request);
+  if (!link_.network_mode()) {
+    return true;
+  }
+  pump_.sleep(timings::upload_acknowledge_pause);
+  return link_.bytes_waiting() > 0 && link_.read_char() == wire::ack;
+}
+
+Transfers::UploadEnd Transfers::upload_records(const UploadKind& kind, const StatusLine& status) {
+  std::string reply;
+  // The status line has room for five digits, the counter for more: no length of a log ends an upload.
+  for (int count = 0;;) {
+    link_.write_frame(kind.record_request);
+    if (!link_.getinput(reply, longest_record, kind.reply_time_out, true, true)) {
+      return UploadEnd::time_out;
+    }
+    if (reply == last_reply) {
+      return UploadEnd::complete;
+    }
+    if (reply.empty() && kind.empty_reply == EmptyReply::skipped) {
+      continue;
+    }
+    const bool written = upload_file_.write_line(kind.line_of(reply));
+    if (!written && kind.on_file_failure == OnFileFailure::end_silently) {
+      return UploadEnd::file_failure;
+    }
+    status.show("Records Uploaded: " + with_leading_zeros(++count, 5));
+  }
+}

@@ -1,0 +1,408 @@
+#include "access/transfer_bench.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using namespace std::chrono_literals;
+using namespace std::string_literals;
+using Texts = std::vector<std::string>;
+
+/// What a test knows of each upload, in words of its own.
+struct Row {
+  const char* name;
+  const UploadKind& kind;
+  std::string title;
+  std::string file_name;
+  std::string request;         // "ur" or "lr"
+  std::string record_request;  // "u" or "l"
+  bool tests_connection;
+  bool cancel_uses_name;
+  std::chrono::milliseconds silence;
+};
+
+const Row access_list{
+    "access_list", access_list_upload, "Upload Access List File", "uploadacc.txt", "ur", "u", true, true,
+    1000ms};
+const Row access_log{
+    "access_log", access_log_upload, "Upload Access Log", "uploadlog.txt", "lr", "l", false, true, 250ms};
+const Row collected{"collected_records",
+                    collected_records_upload,
+                    "Upload Log",
+                    "uploadlog.txt",
+                    "lr",
+                    "l",
+                    true,
+                    false,
+                    250ms};
+
+struct Upload : testing::TestWithParam<Row>, TransferBench {
+  const Row& row = GetParam();
+
+  void expect_dialog() { dialogs.expect_save(row.title, path("up.txt")); }
+  void run() { transfers.upload(row.kind, status); }
+  /// One record as it stands in the file.
+  [[nodiscard]] std::string line(const std::string& id, const std::string& digits) const {
+    const bool list = &row.kind == &access_list_upload;
+    return list ? id + blanks(70 - id.size()) + digits + "\r\n"
+                : id + static_cast<char>(std::stoi(digits)) + "\r\n";
+  }
+};
+
+INSTANTIATE_TEST_SUITE_P(every, Upload, testing::Values(access_list, access_log, collected),
+                         [](const auto& row_info) { return std::string(row_info.param.name); });
+
+TEST_P(Upload, plain_golden_stream) {
+  reader.records = {"12345\x07", "678\x0C"};
+  expect_dialog();
+  dialogs.expect_message(boxes::upload_complete, [this] {
+    EXPECT_TRUE(busy.uploading_on);
+    EXPECT_EQ(shown.back(), "Records Uploaded: 00002");
+  });
+  run();
+  const std::string& u = row.record_request;
+  EXPECT_TRUE(bytes_equal(port.written(), (row.tests_connection ? "V\r" : "") + row.request + "\r" + u +
+                                              "\r" + u + "\r" + u + "\r"));
+  EXPECT_EQ(file("up.txt"), line("12345", "07") + line("678", "12"));
+  EXPECT_EQ(shown,
+            (Texts{"Records Uploaded:", "Records Uploaded: 00001", "Records Uploaded: 00002", "(hidden)"}));
+  EXPECT_FALSE(busy.uploading_on);
+}
+
+TEST_P(Upload, network_golden_stream) {
+  use_reader_at(5);
+  reader.records = {"12345\x07"};
+  expect_dialog();
+  dialogs.expect_message(boxes::upload_complete,
+                         [this] { EXPECT_TRUE(port.written().ends_with("\x03\x06")); });
+  run();
+  const std::string begin = "\x85\x02";
+  const std::string record = begin + row.record_request + "\x03\x06";
+  EXPECT_TRUE(bytes_equal(port.written(), (row.tests_connection ? begin + "V\x03\x06" : "") + "\x06\x06" +
+                                              begin + row.request + "\x03" + record + record + "\x06\x06"));
+  EXPECT_EQ(file("up.txt"), line("12345", "07"));
+}
+
+TEST_P(Upload, an_empty_reader_gives_an_empty_file) {
+  write_file("up.txt", "what stood there before");
+  expect_dialog();
+  dialogs.expect_message(boxes::upload_complete);
+  run();
+  EXPECT_EQ(file("up.txt"), "");
+  EXPECT_TRUE(std::filesystem::exists(path("up.txt")));
+  EXPECT_EQ(shown, (Texts{"Records Uploaded:", "(hidden)"}));
+}
+
+TEST_P(Upload, a_last_character_equal_to_the_end_of_the_reply_comes_through) {
+  reader.records = {"12345\x0D", "12345\x03"};
+  expect_dialog();
+  dialogs.expect_message(boxes::upload_complete);
+  run();
+  EXPECT_EQ(file("up.txt"), line("12345", "13") + line("12345", "03"));
+}
+
+TEST_P(Upload, a_last_character_equal_to_the_end_of_a_network_reply_comes_through) {
+  use_reader_at(0);
+  reader.records = {"12345\x0D", "12345\x03"};
+  expect_dialog();
+  dialogs.expect_message(boxes::upload_complete);
+  run();
+  EXPECT_EQ(file("up.txt"), line("12345", "13") + line("12345", "03"));
+}
+
+TEST_P(Upload, every_byte_value_but_the_end_character_comes_through) {
+  std::string record;
+  for (int code = 0; code < 256; ++code) {
+    if (code != '\r') {
+      record += static_cast<char>(code);
+    }
+  }
+  record.resize(60);
+  const std::string high(40, '\xE9');
+  reader.records = {record + "\x01", high + "\x01", "1,2 \"3\" \x01"};
+  expect_dialog();
+  dialogs.expect_message(boxes::upload_complete);
+  run();
+  EXPECT_TRUE(bytes_equal(file("up.txt"), line(record, "01") + line(high, "01") + line("1,2 \"3\" ", "01")));
+}
+
+TEST_P(Upload, END_must_be_the_whole_reply) {
+  reader.records = {"END\x07", "end", "ENDE"};
+  expect_dialog();
+  dialogs.expect_message(boxes::upload_complete);
+  run();
+  EXPECT_EQ(shown.at(shown.size() - 2), "Records Uploaded: 00003");
+}
+
+TEST_P(Upload, a_long_record_is_taken_in_pieces_of_500) {
+  reader.records = {std::string(501, 'x')};
+  reader.spoil = [](int, std::string_view, std::string reply) {
+    return reply.size() > 500 ? reply.substr(0, 500) : reply;
+  };
+  expect_dialog();
+  dialogs.expect_message(boxes::upload_complete);
+  run();
+  const bool list = &row.kind == &access_list_upload;
+  EXPECT_EQ(file("up.txt"), (list ? std::string(70, 'x') + "120" : std::string(500, 'x')) + "\r\n");
+}
+
+TEST_P(Upload, a_reader_that_falls_silent_ends_it_with_the_file_left_open) {
+  use_reader_at(5);
+  reader.records = {"12345\x07", "678\x07"};
+  reader.spoil = [](int, std::string_view command, std::string reply) {
+    return command.size() == 1 && command != "V" && reply.find("678") != std::string::npos ? "\x06\x02"s
+                                                                                           : reply;
+  };
+  std::chrono::milliseconds at_box{};
+  expect_dialog();
+  dialogs.expect_message(boxes::upload_time_out, [&] {
+    at_box = pump.elapsed();
+    EXPECT_TRUE(busy.uploading_on);
+    EXPECT_NE(shown.back(), "(hidden)");
+    EXPECT_EQ(file("up.txt"), line("12345", "07")) << "the line has left the program before the box";
+  });
+  run();
+  const auto before = (row.tests_connection ? 15ms : 0ms) + 100ms + 15ms + 100ms + 15ms;
+  EXPECT_EQ(at_box, before + row.silence);
+  EXPECT_FALSE(busy.uploading_on);
+  EXPECT_EQ(shown.back(), "(hidden)");
+  EXPECT_TRUE(port.written().ends_with(row.record_request + "\x03\x06\x06"));
+}
+
+TEST_P(Upload, a_new_upload_first_closes_the_file_that_a_time_out_left_open) {
+  reader.records = {"12345\x07", "678\x07"};
+  reader.spoil = [](int, std::string_view, std::string reply) {
+    return reply.find("678") != std::string::npos ? std::string{} : reply;
+  };
+  expect_dialog();
+  dialogs.expect_message(boxes::upload_time_out);
+  run();
+  reader.spoil = {};
+  reader.records = {"9\x07"};
+  expect_dialog();
+  dialogs.expect_message(boxes::upload_complete);
+  run();
+  EXPECT_EQ(file("up.txt"), line("9", "07"));
+}
+
+TEST_P(Upload, a_request_without_an_acknowledge_times_out_on_a_network) {
+  for (const std::string& answer : {""s, "\x15"s, "A\x06"s}) {
+    use_reader_at(5);
+    reader.spoil = [&](int, std::string_view command, std::string reply) {
+      return command == row.request ? answer : reply;
+    };
+    expect_dialog();
+    dialogs.expect_message(boxes::upload_time_out, [this] { EXPECT_TRUE(busy.uploading_on); });
+    run();
+    EXPECT_FALSE(busy.uploading_on);
+    EXPECT_EQ(reader.heard.back(), row.request) << "no record is asked for";
+    EXPECT_TRUE(port.written().ends_with(row.request + "\x03\x06\x06"));
+  }
+}
+
+TEST_P(Upload, a_late_acknowledge_is_too_late) {
+  use_reader_at(5);
+  reader.spoil = [this](int, std::string_view command, std::string reply) {
+    reader.delay = command == row.request ? 101ms : 15ms;
+    return reply;
+  };
+  expect_dialog();
+  dialogs.expect_message(boxes::upload_time_out);
+  run();
+}
+
+TEST_P(Upload, a_plain_line_never_acknowledges_the_request) {
+  expect_dialog();
+  dialogs.expect_message(boxes::upload_complete);
+  run();
+  EXPECT_TRUE(port.written().ends_with(row.request + "\r" + row.record_request + "\r"));
+  EXPECT_EQ(std::count(pump.sleeps.begin(), pump.sleeps.end(), 100ms), 1) << "only after the END";
+}
+
+TEST_P(Upload, a_running_transfer_keeps_it_out_silently) {
+  busy.uploading_on = true;
+  run();
+  busy = {.polling_on = false, .downloading_on = true, .uploading_on = false};
+  run();
+  EXPECT_TRUE(dialogs.shown.empty());
+  EXPECT_EQ(port.written(), "");
+}
+
+TEST_P(Upload, dialog_proposes_its_name_and_sets_no_folder) {
+  dialogs.expect_save(row.title, path("up.txt"));
+  dialogs.expect_message(boxes::upload_complete);
+  run();
+  EXPECT_EQ(dialogs.requests.at(0).file_name, row.file_name);
+  EXPECT_EQ(dialogs.requests.at(0).folder, StartFolder::current);
+}
+
+TEST_P(Upload, a_cancelled_dialog) {
+  reader.records = {"12345\x07"};
+  dialogs.expect_save(row.title, std::nullopt);
+  if (row.cancel_uses_name) {
+    dialogs.expect_message(boxes::upload_complete);
+  }
+  run();
+  EXPECT_EQ(std::filesystem::exists(path(row.file_name)), row.cancel_uses_name);
+  EXPECT_EQ(port.written().empty(), !row.cancel_uses_name);
+  EXPECT_FALSE(busy.uploading_on);
+}
+
+TEST_P(Upload, without_an_address_it_ends_after_the_dialog) {
+  use_reader_at(5);
+  settings.reader_address = "128";
+  expect_dialog();
+  dialogs.expect_message(boxes::no_address);
+  run();
+  EXPECT_FALSE(busy.uploading_on);
+  EXPECT_FALSE(std::filesystem::exists(path("up.txt")));
+}
+
+TEST_P(Upload, from_all_readers_is_refused) {
+  use_all_readers();
+  expect_dialog();
+  dialogs.expect_message(boxes::no_upload_from_127);
+  run();
+  EXPECT_EQ(port.written(), "");
+  EXPECT_FALSE(std::filesystem::exists(path("up.txt")));
+  EXPECT_EQ(shown, Texts{});
+}
+
+TEST_P(Upload, a_file_left_alone_by_a_refusal_keeps_its_lines) {
+  write_file("up.txt", "old");
+  use_all_readers();
+  expect_dialog();
+  dialogs.expect_message(boxes::no_upload_from_127);
+  run();
+  EXPECT_EQ(file("up.txt"), "old");
+}
+
+TEST_P(Upload, a_counter_beyond_16_bits_goes_on_and_loses_nothing) {
+  for (int i = 0; i < 33000; ++i) {
+    reader.records.push_back(std::to_string(i) + "\x07");
+  }
+  reader.delay = 1ms;
+  expect_dialog();
+  dialogs.expect_message(boxes::upload_complete);
+  run();
+  EXPECT_EQ(shown.at(shown.size() - 2), "Records Uploaded: 33000");
+  EXPECT_TRUE(file("up.txt").ends_with(line("32998", "07") + line("32999", "07")));
+}
+
+struct UploadTwins : testing::Test, TransferBench {};
+
+TEST_F(UploadTwins, the_access_list_asks_for_the_file_before_it_looks_at_the_port) {
+  link.closecomm();
+  dialogs.expect_save("Upload Access List File", path("up.txt"));
+  dialogs.expect_message(boxes::port_not_open);
+  transfers.upload(access_list_upload, status);
+  EXPECT_FALSE(std::filesystem::exists(path("up.txt")));
+}
+
+TEST_F(UploadTwins, the_logs_look_at_the_port_first_even_while_busy) {
+  link.closecomm();
+  busy.downloading_on = true;
+  dialogs.expect_message(boxes::port_not_open);
+  transfers.upload(access_log_upload, status);
+  dialogs.expect_message(boxes::port_not_open);
+  transfers.upload(collected_records_upload, status);
+}
+
+TEST_F(UploadTwins, a_busy_access_list_upload_does_not_even_look_at_the_port) {
+  link.closecomm();
+  busy.downloading_on = true;
+  transfers.upload(access_list_upload, status);
+  EXPECT_TRUE(dialogs.shown.empty());
+}
+
+TEST_F(UploadTwins, only_the_access_log_does_without_the_connection_test) {
+  reader.identification = "short";
+  dialogs.expect_save("Upload Access List File", path("up.txt"));
+  dialogs.expect_message(boxes::not_connected);
+  transfers.upload(access_list_upload, status);
+  EXPECT_FALSE(busy.uploading_on);
+  dialogs.expect_save("Upload Access Log", path("up.txt"));
+  dialogs.expect_message(boxes::upload_complete);
+  transfers.upload(access_log_upload, status);
+  dialogs.expect_save("Upload Log", path("up.txt"));
+  dialogs.expect_message(boxes::not_connected);
+  transfers.upload(collected_records_upload, status);
+  EXPECT_TRUE(busy.uploading_on) << "set before the refusals, it stays";
+}
+
+TEST_F(UploadTwins, refused_from_all_readers_only_the_collected_records_stay_blocked) {
+  use_all_readers();
+  dialogs.expect_save("Upload Access List File", path("up.txt"));
+  dialogs.expect_message(boxes::no_upload_from_127);
+  transfers.upload(access_list_upload, status);
+  EXPECT_FALSE(busy.uploading_on);
+  dialogs.expect_save("Upload Access Log", path("up.txt"));
+  dialogs.expect_message(boxes::no_upload_from_127);
+  transfers.upload(access_log_upload, status);
+  EXPECT_FALSE(busy.uploading_on);
+  dialogs.expect_save("Upload Log", path("up.txt"));
+  dialogs.expect_message(boxes::no_upload_from_127);
+  transfers.upload(collected_records_upload, status);
+  EXPECT_TRUE(busy.uploading_on);
+  transfers.upload(collected_records_upload, status);  // now does nothing at all
+  dialogs.expect_message(boxes::please_wait);
+  transfers.clear(collected_records_clear, status);
+}
+
+TEST_F(UploadTwins, a_file_that_cannot_be_created_is_passed_over_by_the_access_uploads) {
+  reader.records = {"12345\x07"};
+  dialogs.expect_save("Upload Access List File", path("none/up.txt"));
+  dialogs.expect_message(boxes::upload_complete);
+  transfers.upload(access_list_upload, status);
+  EXPECT_EQ(shown.at(1), "Records Uploaded: 00001");
+  reader.records = {"12345\x07"};
+  dialogs.expect_save("Upload Access Log", path("none/up.txt"));
+  dialogs.expect_message(boxes::upload_complete);
+  transfers.upload(access_log_upload, status);
+}
+
+TEST_F(UploadTwins, a_file_that_cannot_be_created_ends_the_collected_records_silently) {
+  reader.records = {"12345\x07"};
+  dialogs.expect_save("Upload Log", path("none/up.txt"));
+  transfers.upload(collected_records_upload, status);
+  EXPECT_EQ(port.written(), "V\r");
+  EXPECT_EQ(shown, (Texts{"Records Uploaded:", "(hidden)"}));
+  EXPECT_FALSE(busy.uploading_on);
+}
+
+TEST_F(UploadTwins, a_full_place_ends_the_collected_records_silently) {
+  reader.records = {"12345\x07"};
+  dialogs.expect_save("Upload Log", "/dev/full");
+  transfers.upload(collected_records_upload, status);
+  EXPECT_EQ(shown, (Texts{"Records Uploaded:", "(hidden)"}));
+  EXPECT_FALSE(busy.uploading_on);
+  EXPECT_TRUE(port.written().ends_with("l\r"));
+}
+
+TEST_F(UploadTwins, a_reply_of_no_characters_writes_a_line_only_of_collected_records) {
+  reader.records = {"", "1\x07"};
+  dialogs.expect_save("Upload Access List File", path("list.txt"));
+  dialogs.expect_message(boxes::upload_complete);
+  transfers.upload(access_list_upload, status);
+  EXPECT_EQ(file("list.txt"), "1" + blanks(69) + "07\r\n");
+  reader.records = {"", "1"};
+  dialogs.expect_save("Upload Access Log", path("log.txt"));
+  dialogs.expect_message(boxes::upload_complete);
+  transfers.upload(access_log_upload, status);
+  EXPECT_EQ(file("log.txt"), "1\r\n");
+  reader.records = {"", "1"};
+  dialogs.expect_save("Upload Log", path("records.txt"));
+  dialogs.expect_message(boxes::upload_complete);
+  transfers.upload(collected_records_upload, status);
+  EXPECT_EQ(file("records.txt"), "\r\n1\r\n");
+}
+
+TEST_F(UploadTwins, a_schedule_code_of_100_or_more_takes_three_digits) {
+  reader.records = {"12345\x64", "12345\xFF"};
+  dialogs.expect_save("Upload Access List File", path("up.txt"));
+  dialogs.expect_message(boxes::upload_complete);
+  transfers.upload(access_list_upload, status);
+  EXPECT_EQ(file("up.txt"), "12345" + blanks(65) + "100\r\n12345" + blanks(65) + "255\r\n");
+}
+
+}  // namespace
