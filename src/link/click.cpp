@@ -3,6 +3,9 @@
 #include <exception>
 
 void ClickRunner::run(const std::function<void()>& handler) {
+  if (pump_.closing()) {
+    return;
+  }
   if (pump_.pausing()) {
     pump_.after_pause([this, handler] { run(handler); });
     return;

@@ -57,6 +57,8 @@ bool ReaderLink::collect_network_reply(std::string& response, int maximum_length
   if (await_char(deadline) != wire::ack) {
     return false;
   }
+  // Counted apart from the text: another exchange, clicked during a wait, may refill the same text.
+  int count = 0;
   bool complete = false;
   while (!complete) {
     const std::optional<char> character = await_char(deadline);
@@ -71,7 +73,7 @@ bool ReaderLink::collect_network_reply(std::string& response, int maximum_length
       complete = true;
     } else {
       response += *character;
-      complete = response.size() == static_cast<std::size_t>(maximum_length);
+      complete = ++count == maximum_length;
     }
   }
   // The lead-in character and the end character go, whatever they are: a reply that was cut at the
@@ -85,7 +87,8 @@ bool ReaderLink::collect_network_reply(std::string& response, int maximum_length
 
 bool ReaderLink::collect_plain_reply(std::string& response, int maximum_length, Deadline& deadline,
                                      bool doubled_terminator) {
-  while (response.size() < static_cast<std::size_t>(maximum_length)) {
+  int count = 0;
+  while (count != maximum_length) {
     const std::optional<char> character = await_char(deadline);
     if (!character) {
       return false;
@@ -97,6 +100,7 @@ bool ReaderLink::collect_plain_reply(std::string& response, int maximum_length, 
       return true;
     }
     response += *character;
+    ++count;
   }
   return true;
 }

@@ -23,10 +23,11 @@ std::optional<std::int64_t> leading_number(std::string_view text) {
   if (text.empty() || !is_digit(text.front())) {
     return std::nullopt;
   }
+  using Limits = std::numeric_limits<std::int64_t>;
   std::int64_t value = 0;
   const auto result = std::from_chars(text.data(), text.data() + text.size(), value);
   if (result.ec == std::errc::result_out_of_range) {
-    value = std::numeric_limits<std::int64_t>::max();
+    return negative ? Limits::min() : Limits::max();
   }
   return negative ? -value : value;
 }

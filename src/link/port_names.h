@@ -9,3 +9,7 @@
 /// The device that the system itself has for the number: the n-th real serial port in a stable order, or
 /// COMn where ports carry numbers. One file a platform.
 [[nodiscard]] QString system_device_of_com_port(int port_number);
+
+/// Whether a device comes before another one in that order: by name, numbers as numbers (ttyUSB2 before
+/// ttyUSB10), the same under every locale.
+[[nodiscard]] bool comes_before(const QString& device, const QString& other);

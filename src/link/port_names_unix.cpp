@@ -2,8 +2,7 @@
 
 #include "link/port_names.h"
 
-#include <QCollator>
-#include <QFileInfo>
+#include <QFile>
 #include <QSerialPortInfo>
 
 #include <algorithm>
@@ -11,15 +10,14 @@
 
 namespace {
 
-/// Ports that stand for no hardware: the placeholders of the 8250 driver have neither a vendor nor a
-/// description, and macOS lists each port a second time as a call-in device.
+/// Ports that stand for no hardware are left out: macOS lists each port a second time as a call-in device,
+/// and Linux keeps up to 32 places for on-board ports, most of them of type 0, which means nothing there.
 bool is_real(const QSerialPortInfo& port) {
   if (port.portName().startsWith(QStringLiteral("tty."))) {
     return false;
   }
-  const QFileInfo driver(QStringLiteral("/sys/class/tty/") + port.portName() +
-                         QStringLiteral("/device/driver"));
-  return !driver.exists() || QFileInfo(driver.canonicalFilePath()).fileName() != QStringLiteral("serial8250");
+  QFile type(QStringLiteral("/sys/class/tty/%1/type").arg(port.portName()));
+  return !type.open(QIODevice::ReadOnly) || type.readAll().trimmed() != "0";
 }
 
 }  // namespace
@@ -31,10 +29,7 @@ QString system_device_of_com_port(int port_number) {
       devices.push_back(port.systemLocation());
     }
   }
-  // By name, numbers as numbers, so that the order does not change from one start to the next.
-  QCollator order;
-  order.setNumericMode(true);
-  std::sort(devices.begin(), devices.end(), order);
+  std::sort(devices.begin(), devices.end(), comes_before);
   const auto index = static_cast<std::size_t>(port_number - 1);
   return index < devices.size() ? devices[index] : QString();
 }

@@ -4,45 +4,61 @@
 #include <QDateTime>
 #include <QEventLoop>
 
+#include <algorithm>
 #include <utility>
 
 namespace {
 
-/// A ticker on the event loop. A tick that falls into a pause comes once, after it.
+/// A ticker on the event loop. Ticks that fall into a pause come once, after it.
 class QtTicker : public Ticker {
  public:
   QtTicker(EventPump& pump, std::chrono::milliseconds interval, std::function<void()> on_tick)
       : pump_(pump), on_tick_(std::move(on_tick)) {
     timer_.setTimerType(Qt::PreciseTimer);
     timer_.setInterval(interval);
-    QObject::connect(&timer_, &QTimer::timeout, &timer_, [this] { tick(); });
+    QObject::connect(&timer_, &QTimer::timeout, &timer_, [this] { due(); });
   }
 
-  void start() override { timer_.start(); }
-  void stop() override { timer_.stop(); }
+  void start() override {
+    held_tick_.reset();
+    timer_.start();
+  }
+  void stop() override {
+    held_tick_.reset();
+    timer_.stop();
+  }
   [[nodiscard]] bool running() const override { return timer_.isActive(); }
 
  private:
-  void tick() {
+  void due() {
     if (!pump_.pausing()) {
-      on_tick_();
-    } else if (!std::exchange(tick_held_, true)) {
-      // The timer object is the guard: a ticker that is gone by then no longer ticks.
-      pump_.after_pause([this, guard = QPointer<QTimer>(&timer_)] {
-        if (guard) {
-          tick_held_ = false;
-          if (running()) {
-            on_tick_();
-          }
+      tick();
+    } else if (!held_tick_) {
+      held_tick_ = std::make_shared<HeldTick>();
+      pump_.after_pause([this, held = std::weak_ptr(held_tick_)] {
+        // Gone with the ticker, and dropped when it was stopped or started anew meanwhile.
+        if (held.lock()) {
+          held_tick_.reset();
+          tick();
         }
       });
     }
   }
 
+  void tick() {
+    try {
+      on_tick_();
+    } catch (const ProgramClosing&) {
+      // What the tick had begun is unwound; the event loop is about to end.
+    }
+  }
+
+  struct HeldTick {};
+
   EventPump& pump_;
   std::function<void()> on_tick_;
   QTimer timer_;
-  bool tick_held_ = false;
+  std::shared_ptr<HeldTick> held_tick_;
 };
 
 }  // namespace
@@ -55,7 +71,8 @@ QtEventPump::QtEventPump(SerialPort& port) : port_(port) {
 /// One turn of the event loop that waits for events, until `end` at the latest.
 void QtEventPump::process_events_until(TimePoint end) {
   // Rounded up, so that the last turn does not spin through the last fraction of a millisecond.
-  alarm_.start(std::chrono::ceil<std::chrono::milliseconds>(end - now()));
+  const auto left = std::chrono::ceil<std::chrono::milliseconds>(end - now());
+  alarm_.start(std::max(left, std::chrono::milliseconds(0)));
   QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents);
 }
 

@@ -16,7 +16,7 @@ class QtEventPump : public QObject, public EventPump {
  public:
   explicit QtEventPump(SerialPort& port);
 
-  void yield(Wake wake) override;
+  void yield(Wake wake = Wake::byte_or_deadline) override;
   void sleep(std::chrono::milliseconds pause) override;
   [[nodiscard]] bool pausing() const override { return hold_.holding(); }
   void after_pause(std::function<void()> action) override;

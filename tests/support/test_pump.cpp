@@ -1,6 +1,6 @@
 #include "support/test_pump.h"
 
-#include "support/fake_port.h"
+#include "link/serial_port.h"
 
 #include <algorithm>
 

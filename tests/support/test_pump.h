@@ -7,7 +7,7 @@
 #include <map>
 #include <vector>
 
-class FakePort;
+class SerialPort;
 
 /// An event pump whose clock is virtual: waits cost no time and end on the same poll every time. What a
 /// test schedules with after() happens inside the waits, as clicks and bytes do in the real program.
@@ -16,7 +16,7 @@ class TestPump : public EventPump {
   using Milliseconds = std::chrono::milliseconds;
 
   /// Yields end when a byte waits at this port.
-  void attach(FakePort& port) { port_ = &port; }
+  void attach(SerialPort& port) { port_ = &port; }
 
   /// Runs `action` at `delay` from now: inside a yield, or after the pause that covers that moment when
   /// `held_by_pause` says so (clicks, keys and timers; arriving bytes come through).
@@ -31,8 +31,7 @@ class TestPump : public EventPump {
   std::vector<Milliseconds> sleeps;  ///< every pause, in order
   int yields = 0;
 
-  void yield(Wake wake) override;
-  using EventPump::yield;
+  void yield(Wake wake = Wake::byte_or_deadline) override;
   void sleep(Milliseconds pause) override;
   [[nodiscard]] bool pausing() const override { return pauses_ > 0; }
   void after_pause(std::function<void()> action) override { after(Milliseconds(0), std::move(action), true); }
@@ -53,6 +52,6 @@ class TestPump : public EventPump {
   TimePoint start_{};
   TimePoint now_{};
   std::multimap<TimePoint, Event> events_;
-  FakePort* port_ = nullptr;
+  SerialPort* port_ = nullptr;
   int pauses_ = 0;
 };
