@@ -11,7 +11,9 @@ class Program {
       : link_(port, pump, dialogs, settings_),
         clicks_(pump, dialogs),
         receiver_(port, pump),
-        services_{port, pump, dialogs, settings_, link_, clicks_, receiver_, busy_, record_length_} {}
+        transfers_(link_, pump, dialogs, busy_),
+        services_{port,    pump,      dialogs, settings_,      link_,
+                  clicks_, receiver_, busy_,   record_length_, transfers_} {}
 
   [[nodiscard]] Services& services() { return services_; }
 
@@ -22,5 +24,6 @@ class Program {
   ReaderLink link_;
   ClickRunner clicks_;
   TerminalReceiver receiver_;
+  Transfers transfers_;
   Services services_;
 };

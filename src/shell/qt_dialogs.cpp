@@ -1,5 +1,7 @@
 #include "shell/qt_dialogs.h"
 
+#include "access/folders.h"
+
 #include <QApplication>
 #include <QDir>
 #include <QFileDialog>
@@ -24,6 +26,10 @@ QMessageBox::StandardButton show_box(std::string_view text, QMessageBox::Standar
 void set_up(QFileDialog& dialog, const FileRequest& request) {
   dialog.setNameFilter(QStringLiteral("Text (*.txt)|*.txt").section(u'|', 0, 0));
   dialog.setDefaultSuffix(QStringLiteral("txt"));
+  const std::filesystem::path folder = folder_to_start_in(request.folder);
+  if (!folder.empty()) {
+    dialog.setDirectory(QString::fromStdU16String(folder.u16string()));
+  }
   dialog.selectFile(text_of(request.file_name));
 }
 

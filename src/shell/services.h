@@ -1,5 +1,7 @@
 #pragma once
 
+#include "access/transfers.h"
+#include "link/busy_flags.h"
 #include "link/click.h"
 #include "link/comm_settings.h"
 #include "link/dialogs.h"
@@ -9,13 +11,6 @@
 #include "tools/terminal_receiver.h"
 
 #include <string>
-
-/// The operations that must end before the screen changes. Set and cleared by the transfers and the poller.
-struct BusyFlags {
-  bool polling_on = false;
-  bool downloading_on = false;
-  bool uploading_on = false;
-};
 
 /// What every screen and operation works with: one of each, owned by the program.
 struct Services {
@@ -29,4 +24,5 @@ struct Services {
   BusyFlags& busy;
   /// The text of the "Record Length" box, kept current as it is typed; the access list download reads it.
   std::string& record_length;
+  Transfers& transfers;
 };
