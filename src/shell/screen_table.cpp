@@ -1,6 +1,7 @@
 #include "shell/screen_table.h"
 
 #include "config/diag.h"
+#include "config/vellsetup.h"
 #include "shell/com.h"
 #include "tools/term.h"
 
@@ -12,7 +13,6 @@ Screen* make(Services& services, QWidget* parent) {
 }
 
 /// The names of the screens that are still to come.
-constexpr char vellsetup[] = "vellsetup";
 constexpr char orinparam[] = "orinparam";
 constexpr char keshsetup[] = "keshsetup";
 constexpr char quorsetup[] = "quorsetup";
@@ -34,7 +34,7 @@ Screen* make_empty(Services& services, QWidget* parent) {
 
 const std::array<ScreenEntry, MenuState::entry_count> screen_table{{
     {"Communication", "com", ScreenCode::com, make<ComScreen>},
-    {"Vell Setup", "vellsetup", ScreenCode::vellsetup, make_empty<vellsetup>},
+    {"Vell Setup", "vellsetup", ScreenCode::vellsetup, make<VellSetupScreen>},
     {"Orin/Orinta Setup", "orinparam", ScreenCode::orinparam, make_empty<orinparam>},
     {"Kesh Setup", "keshsetup", ScreenCode::keshsetup, make_empty<keshsetup>},
     {"Quor Setup", "quorsetup", ScreenCode::quorsetup, make_empty<quorsetup>},
