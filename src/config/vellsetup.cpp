@@ -107,6 +107,9 @@ VellSetupScreen::VellSetupScreen(Services& services, QWidget* parent)
 QWidget* VellSetupScreen::command_frame(const QString& title, std::initializer_list<VellGroup> groups,
                                         int columns) {
   const panel::Group frame = panel::make_group(title, this);
+  for (int column = 0; column < columns; ++column) {
+    frame.grid->setColumnStretch(2 * column, 1);
+  }
   int row = 0;
   for (const VellGroup group : groups) {
     int column = 0;
