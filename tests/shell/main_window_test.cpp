@@ -1,12 +1,278 @@
 #include "shell/main_window.h"
 
+#include "shell/twips.h"
 #include "support/window_bench.h"
+
+#include <QLineEdit>
+#include <QRadioButton>
+
+namespace {
+
+const QColor black(0x00, 0x00, 0x00);
+const QColor green(0x00, 0xFF, 0x01);
+const QColor blue(0x00, 0x00, 0xFF);
+
+constexpr int term_index = 5;
+constexpr int prottest_index = 6;
+constexpr int test_index = 7;
+constexpr int diag_index = 9;
+
+int visible_screens(WindowBench& bench) {
+  int count = 0;
+  for (const ScreenEntry& entry : screen_table) {
+    count += bench.window.screen(entry.code)->isVisible() ? 1 : 0;
+  }
+  return count;
+}
+
+void press(WindowBench& bench, Qt::Key key) {
+  QWidget* const focus = bench.window.focusWidget();
+  QTest::keyClick(focus != nullptr ? focus : &bench.window, key);
+}
+
+}  // namespace
+
+TEST(main_window, title_is_to_the_letter) {
+  WindowBench bench;
+  const QString gap12(12, u' ');
+  const QString gap16(16, u' ');
+  EXPECT_EQ(bench.window.windowTitle(), QStringLiteral(" Tarvos") + gap12 +
+                                            QStringLiteral("Vell  Orin/Orinta  Kesh  Quor  SERIES") + gap16 +
+                                            QStringLiteral("READER  UTILITY"));
+}
 
 TEST(main_window, starts_on_the_communication_screen_with_the_first_entry_green_and_pointed_at) {
   WindowBench bench;
   EXPECT_EQ(bench.window.screen_code(), ScreenCode::com);
   EXPECT_TRUE(bench.find("com")->isVisible());
-  EXPECT_EQ(bench.window.menu().entry(0)->text_colour(), QColor(0x00, 0xFF, 0x01));
+  EXPECT_EQ(visible_screens(bench), 1);
+  EXPECT_EQ(bench.window.menu().entry(0)->text_colour(), green);
+  EXPECT_EQ(bench.window.menu().entry(1)->text_colour(), black);
   EXPECT_EQ(bench.find("pointer")->y(), 0);
+  EXPECT_EQ(bench.find("pointer")->x(), twips_to_pixels(150, bench.window));
   EXPECT_EQ(bench.port.opened_with, std::vector<std::string>{"1:9600,N,8,1"});
+}
+
+TEST(main_window, a_failed_first_open_shows_nothing) {
+  WindowBench bench(false);
+  EXPECT_TRUE(bench.dialogs.shown.empty());
+  EXPECT_FALSE(bench.program.services().link.comopen());
+}
+
+TEST(main_window, every_entry_opens_its_screen_with_its_code) {
+  struct Row {
+    const char* caption;
+    const char* name;
+    int code;
+  };
+  const std::array<Row, 14> rows{{{"Communication", "com", 3},
+                                  {"Vell Setup", "vellsetup", 4},
+                                  {"Orin/Orinta Setup", "orinparam", 5},
+                                  {"Kesh Setup", "keshsetup", 12},
+                                  {"Quor Setup", "quorsetup", 11},
+                                  {"Terminal Mode", "term", 2},
+                                  {"Protocol Test", "prottest", 7},
+                                  {"Vell Hardware Test", "test", 1},
+                                  {"Barcode/Mag Setup", "symbology", 14},
+                                  {"Diagnostics", "diag", 13},
+                                  {"Orin/Orinta Utilities", "orintautil", 9},
+                                  {"Kesh/Quor Utilities", "keshutil", 8},
+                                  {"ASCII Chart", "asciichart", 10},
+                                  {"General Info", "general", 6}}};
+  WindowBench bench;
+  for (int index = 0; index < 14; ++index) {
+    const Row& row = rows.at(static_cast<std::size_t>(index));
+    SCOPED_TRACE(row.caption);
+    EXPECT_EQ(bench.window.menu().entry(index)->text(), QLatin1String(row.caption));
+    bench.click_menu(index);
+    EXPECT_EQ(static_cast<int>(bench.window.screen_code()), row.code);
+    EXPECT_TRUE(bench.find(row.name)->isVisible());
+    EXPECT_EQ(visible_screens(bench), 1);
+    EXPECT_EQ(bench.window.menu().state().selected(), index);
+    EXPECT_EQ(bench.window.menu().entry(index)->text_colour(), green);
+    EXPECT_EQ(bench.find("pointer")->y(), bench.window.menu().entry(index)->y());
+  }
+}
+
+TEST(main_window, the_window_procedures_show_their_screens_without_the_menu) {
+  WindowBench bench;
+  bench.window.diag_window();
+  EXPECT_EQ(bench.window.screen_code(), ScreenCode::diag);
+  EXPECT_EQ(bench.window.menu().state().selected(), 0);
+  EXPECT_TRUE(bench.window.nowindow());
+  EXPECT_EQ(visible_screens(bench), 0);
+}
+
+TEST(main_window, menu_entries_are_stacked_without_gaps_on_teal) {
+  WindowBench bench;
+  const int height = twips_to_pixels(345, bench.window);
+  for (int index = 0; index < 14; ++index) {
+    EXPECT_EQ(bench.window.menu().entry(index)->geometry().top(), index * height);
+    EXPECT_EQ(bench.window.menu().entry(index)->height(), height);
+  }
+  const QImage image = bench.window.menu().entry(3)->grab().toImage();
+  EXPECT_EQ(image.pixelColor(image.width() - 2, 2), QColor(0x00, 0x80, 0x80));
+}
+
+TEST(main_window, panels_fill_the_window_right_of_the_menu_and_follow_its_size) {
+  WindowBench bench;
+  const int left = twips_to_pixels(2370, bench.window);
+  EXPECT_EQ(bench.find("com")->geometry(),
+            QRect(left, 0, bench.window.width() - left, bench.window.height()));
+  bench.window.resize(bench.window.size() + QSize(80, 60));
+  QCoreApplication::processEvents();
+  EXPECT_EQ(bench.find("com")->geometry(),
+            QRect(left, 0, bench.window.width() - left, bench.window.height()));
+}
+
+TEST(main_window, mouse_over_an_entry_highlights_it_in_blue_and_the_panel_takes_that_away) {
+  WindowBench bench;
+  QTest::mouseMove(bench.window.menu().entry(4));
+  EXPECT_EQ(bench.window.menu().entry(4)->text_colour(), blue);
+  EXPECT_EQ(bench.window.menu().state().hovered(), 4);
+  EXPECT_EQ(bench.find("pointer")->y(), bench.window.menu().entry(4)->y());
+  QTest::mouseMove(bench.find("com"), QPoint(3, 3));
+  EXPECT_EQ(bench.window.menu().entry(4)->text_colour(), black);
+  EXPECT_EQ(bench.window.menu().state().hovered(), std::nullopt);
+  EXPECT_EQ(bench.find("pointer")->y(), 0);
+}
+
+TEST(main_window, an_entry_that_the_mouse_once_crossed_is_not_opened_by_enter_in_a_box) {
+  WindowBench bench;
+  QTest::mouseMove(bench.window.menu().entry(4));
+  QTest::mouseMove(bench.find("com"), QPoint(3, 3));
+  bench.find("reader_address")->setFocus();
+  press(bench, Qt::Key_Return);
+  EXPECT_EQ(bench.window.screen_code(), ScreenCode::com);
+}
+
+TEST(main_window, keys_walk_the_menu_and_enter_opens_the_highlighted_entry) {
+  WindowBench bench;
+  press(bench, Qt::Key_Down);
+  press(bench, Qt::Key_Down);
+  EXPECT_EQ(bench.window.menu().state().hovered(), 2);
+  press(bench, Qt::Key_Up);
+  EXPECT_EQ(bench.window.menu().state().hovered(), 1);
+  press(bench, Qt::Key_Return);
+  EXPECT_EQ(bench.window.screen_code(), ScreenCode::vellsetup);
+  EXPECT_EQ(bench.window.menu().state().selected(), 1);
+  EXPECT_EQ(bench.window.menu().state().hovered(), std::nullopt);
+}
+
+TEST(main_window, up_and_down_never_move_an_option_not_even_at_the_ends_of_the_menu) {
+  WindowBench bench;
+  bench.find("comm_port_0")->setFocus();
+  press(bench, Qt::Key_Up);  // the first entry is selected: there is nowhere to go
+  press(bench, Qt::Key_Down);
+  EXPECT_TRUE(bench.find<QRadioButton>("comm_port_0")->isChecked());
+  EXPECT_EQ(bench.port.opened_with.size(), 1U);
+}
+
+TEST(main_window, no_menu_keys_while_the_terminal_shows) {
+  WindowBench bench;
+  bench.click_menu(term_index);
+  press(bench, Qt::Key_Down);
+  EXPECT_EQ(bench.window.menu().state().hovered(), std::nullopt);
+}
+
+TEST(main_window, a_click_during_polling_on_the_protocol_test_is_refused_and_leaves_everything) {
+  WindowBench bench;
+  bench.click_menu(prottest_index);
+  bench.program.services().busy.polling_on = true;
+  bench.dialogs.expect_message("Polling must be stopped before changing screens");
+  bench.click_menu(0);
+  EXPECT_EQ(bench.window.screen_code(), ScreenCode::prottest);
+  EXPECT_EQ(bench.window.menu().state().selected(), prottest_index);
+}
+
+TEST(main_window, polling_elsewhere_does_not_block) {
+  WindowBench bench;
+  bench.program.services().busy.polling_on = true;
+  bench.click_menu(diag_index);
+  EXPECT_EQ(bench.window.screen_code(), ScreenCode::diag);
+}
+
+TEST(main_window, a_click_during_a_download_is_refused) {
+  WindowBench bench;
+  bench.program.services().busy.downloading_on = true;
+  bench.program.services().busy.uploading_on = true;  // the download is told first
+  bench.dialogs.expect_message(
+      "You are currently downloading and the download must finish before changing screens");
+  bench.click_menu(diag_index);
+  EXPECT_EQ(bench.window.screen_code(), ScreenCode::com);
+}
+
+TEST(main_window, a_click_during_an_upload_is_refused) {
+  WindowBench bench;
+  bench.program.services().busy.uploading_on = true;
+  bench.dialogs.expect_message(
+      "You are currently uploading and the upload must finish before changing screens");
+  bench.click_menu(diag_index);
+  EXPECT_EQ(bench.window.screen_code(), ScreenCode::com);
+}
+
+TEST(main_window, enter_opens_a_screen_without_asking_the_busy_flags) {
+  WindowBench bench;
+  bench.program.services().busy.downloading_on = true;
+  bench.program.services().busy.uploading_on = true;
+  press(bench, Qt::Key_Down);
+  press(bench, Qt::Key_Enter);
+  EXPECT_EQ(bench.window.screen_code(), ScreenCode::vellsetup);
+}
+
+TEST(main_window, f1_and_f2_do_nothing_on_other_screens) {
+  WindowBench bench;
+  bench.click_menu(diag_index);
+  press(bench, Qt::Key_F1);
+  press(bench, Qt::Key_F2);
+  EXPECT_EQ(bench.port.written(), "");
+}
+
+TEST(main_window, changing_screens_keeps_the_port_open_and_stops_the_terminal) {
+  WindowBench bench;
+  bench.program.services().receiver.start([](const ReceivedLines&) {});
+  bench.click_menu(diag_index);
+  EXPECT_FALSE(bench.program.services().receiver.running());
+  EXPECT_TRUE(bench.port.is_open);
+  EXPECT_EQ(bench.port.opened_with.size(), 1U);
+}
+
+TEST(main_window, activation_takes_the_port_back_from_the_full_screen_terminal) {
+  WindowBench bench;
+  bench.program.services().receiver.set_screenactive(true);
+  QWidget other;
+  other.show();
+  other.activateWindow();
+  ASSERT_TRUE(QTest::qWaitForWindowActive(&other));
+  EXPECT_TRUE(bench.program.services().receiver.screenactive());
+  bench.window.activateWindow();
+  ASSERT_TRUE(QTest::qWaitForWindowActive(&bench.window));
+  EXPECT_FALSE(bench.program.services().receiver.screenactive());
+}
+
+TEST(main_window, closing_closes_the_port_and_ends_every_wait) {
+  WindowBench bench;
+  bench.window.close();
+  EXPECT_FALSE(bench.port.is_open);
+  EXPECT_FALSE(bench.program.services().link.comopen());
+  EXPECT_THROW(bench.program.services().pump.yield(), ProgramClosing);
+}
+
+TEST(main_window, closing_in_the_middle_of_a_reply_ends_the_operation_without_a_box) {
+  WindowBench bench;
+  bench.click_menu(diag_index);
+  bench.pump.after(std::chrono::milliseconds(30), [&bench] { bench.window.close(); });
+  bench.click("Reader Identification");
+  EXPECT_TRUE(bench.dialogs.shown.empty());
+  EXPECT_FALSE(bench.port.is_open);
+}
+
+TEST(main_window, closing_in_the_middle_of_a_pause_ends_the_operation_without_a_box) {
+  WindowBench bench;
+  bench.use_network("5");
+  bench.click_menu(diag_index);
+  bench.pump.after(std::chrono::milliseconds(30), [&bench] { bench.window.close(); });
+  bench.click("Test Relay");
+  EXPECT_TRUE(bench.dialogs.shown.empty());
+  EXPECT_EQ(bench.pump.elapsed(), std::chrono::milliseconds(30));
 }

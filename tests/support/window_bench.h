@@ -48,7 +48,10 @@ struct WindowBench {
     return nullptr;
   }
 
-  void click(QWidget* widget) { QTest::mouseClick(widget, Qt::LeftButton); }
+  /// Clicks near the left end, where options and check boxes have their indicator.
+  void click(QWidget* widget) {
+    QTest::mouseClick(widget, Qt::LeftButton, {}, QPoint(10, widget->height() / 2));
+  }
   void click(const char* caption) { click(button(caption)); }
   /// Opens a screen by its menu entry, counted from 0.
   void click_menu(int index) { click(window.menu().entry(index)); }
