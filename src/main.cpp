@@ -17,6 +17,7 @@ int main(int argc, char** argv) {
   QtDialogs dialogs(pump);
   Program program(port, pump, dialogs);
   MainWindow window(program.services());
+  QObject::connect(&window, &MainWindow::closed, &application, [] { QApplication::exit(0); });
   window.start_up();
   window.show();
   return QApplication::exec();

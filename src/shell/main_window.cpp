@@ -174,7 +174,7 @@ void MainWindow::closeEvent(QCloseEvent* event) {
   services_.link.closecomm();
   services_.pump.close_program();
   event->accept();
-  QCoreApplication::exit(0);
+  Q_EMIT closed();
 }
 
 void MainWindow::mouseMoveEvent(QMouseEvent* event) {

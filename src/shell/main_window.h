@@ -42,6 +42,10 @@ class MainWindow : public QWidget {
   void asciichart_window() { show_screen(ScreenCode::asciichart); }
   void general_window() { show_screen(ScreenCode::general); }
 
+ Q_SIGNALS:
+  /// The window has been closed; the program ends with all its windows.
+  void closed();
+
  protected:
   bool eventFilter(QObject* receiver, QEvent* event) override;
   void changeEvent(QEvent* event) override;

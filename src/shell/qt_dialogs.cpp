@@ -4,8 +4,8 @@
 
 #include <QApplication>
 #include <QDir>
+#include <QFile>
 #include <QFileDialog>
-#include <QFileInfo>
 #include <QMessageBox>
 
 namespace {
@@ -24,12 +24,12 @@ QMessageBox::StandardButton show_box(std::string_view text, QMessageBox::Standar
 }
 
 void set_up(QFileDialog& dialog, const FileRequest& request) {
-  dialog.setNameFilter(QStringLiteral("Text (*.txt)|*.txt").section(u'|', 0, 0));
-  dialog.setDefaultSuffix(QStringLiteral("txt"));
   const std::filesystem::path folder = folder_to_start_in(request.folder);
   if (!folder.empty()) {
     dialog.setDirectory(QString::fromStdU16String(folder.u16string()));
   }
+  dialog.setNameFilter(QStringLiteral("Text (*.txt)"));
+  dialog.setDefaultSuffix(QStringLiteral("txt"));
   dialog.selectFile(text_of(request.file_name));
 }
 
@@ -37,12 +37,18 @@ std::filesystem::path chosen_in(const QFileDialog& dialog) {
   return dialog.selectedFiles().value(0).toStdU16String();
 }
 
-/// Why a file cannot be written there; empty when it can.
+/// Why a file cannot be written there; empty when it can. It is tried, because permissions alone tell too
+/// little; what was there stays as it was.
 QString obstacle(const QString& name) {
-  const QFileInfo file(name);
-  const QFileInfo folder(file.absolutePath());
-  if (file.exists() ? !file.isWritable() : !(folder.isDir() && folder.isWritable())) {
-    return QStringLiteral("%1 cannot be written.\nChoose another place.").arg(QDir::toNativeSeparators(name));
+  QFile file(name);
+  const bool was_there = file.exists();
+  if (!file.open(QIODevice::ReadWrite | QIODevice::Append)) {
+    return QStringLiteral("%1 cannot be written: %2\nChoose another place.")
+        .arg(QDir::toNativeSeparators(name), file.errorString());
+  }
+  file.close();
+  if (!was_there) {
+    file.remove();
   }
   return {};
 }

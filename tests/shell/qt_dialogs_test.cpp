@@ -1,0 +1,128 @@
+#include "shell/qt_dialogs.h"
+
+#include "support/test_pump.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QFile>
+#include <QFileDialog>
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QTimer>
+
+#include <functional>
+#include <gtest/gtest.h>
+
+namespace {
+
+struct Bench {
+  TestPump pump;
+  QtDialogs dialogs{pump};
+
+  /// Runs `answer` on the box that opens next.
+  template <typename Box>
+  void when_open(std::function<void(Box&)> answer) {
+    auto* const timer = new QTimer(&owner);
+    QObject::connect(timer, &QTimer::timeout, timer, [timer, answer] {
+      if (auto* const box = qobject_cast<Box*>(QApplication::activeModalWidget())) {
+        timer->stop();
+        answer(*box);
+      }
+    });
+    timer->start(5);
+  }
+
+  QObject owner;
+};
+
+void set_name(QFileDialog& dialog, const QString& name) {
+  dialog.findChild<QLineEdit*>(QStringLiteral("fileNameEdit"))->setText(name);
+}
+
+}  // namespace
+
+TEST(qt_dialogs, a_message_keeps_its_blanks_and_has_an_ok_button_alone) {
+  Bench bench;
+  QString text;
+  int buttons = 0;
+  bench.when_open<QMessageBox>([&](QMessageBox& box) {
+    text = box.text();
+    buttons = static_cast<int>(box.buttons().size());
+    box.button(QMessageBox::Ok)->click();
+  });
+  bench.dialogs.message("  two <b>blanks</b> and\ra line  ");
+  EXPECT_EQ(text, QStringLiteral("  two <b>blanks</b> and\na line  "));
+  EXPECT_EQ(buttons, 1);
+}
+
+TEST(qt_dialogs, a_question_tells_yes_from_no) {
+  Bench bench;
+  for (const auto button : {QMessageBox::Yes, QMessageBox::No}) {
+    bench.when_open<QMessageBox>([button](QMessageBox& box) { box.button(button)->click(); });
+    EXPECT_EQ(bench.dialogs.ask("replace it?"), button == QMessageBox::Yes);
+  }
+}
+
+TEST(qt_dialogs, nothing_opens_once_the_program_is_being_closed) {
+  Bench bench;
+  bench.pump.close_program();
+  EXPECT_THROW(bench.dialogs.message("too late"), ProgramClosing);
+  EXPECT_THROW((void)bench.dialogs.ask("too late"), ProgramClosing);
+  EXPECT_THROW((void)bench.dialogs.choose_open_file({}), ProgramClosing);
+  EXPECT_THROW((void)bench.dialogs.choose_save_file({}), ProgramClosing);
+}
+
+TEST(qt_dialogs, a_cancelled_dialog_leaves_the_proposed_name) {
+  Bench bench;
+  QString title;
+  QString filter;
+  bench.when_open<QFileDialog>([&](QFileDialog& dialog) {
+    title = dialog.windowTitle();
+    filter = dialog.nameFilters().value(0);
+    dialog.reject();
+  });
+  const FileAnswer answer = bench.dialogs.choose_open_file({"Download Schedule File", "schedule.txt"});
+  EXPECT_FALSE(answer.accepted);
+  EXPECT_EQ(answer.name, std::filesystem::path("schedule.txt"));
+  EXPECT_EQ(title, QStringLiteral("Download Schedule File"));
+  EXPECT_EQ(filter, QStringLiteral("Text (*.txt)"));
+}
+
+TEST(qt_dialogs, a_saved_name_without_a_suffix_gets_txt) {
+  Bench bench;
+  const QTemporaryDir folder;
+  bench.when_open<QFileDialog>([&](QFileDialog& dialog) {
+    set_name(dialog, folder.filePath(QStringLiteral("mine")));
+    dialog.findChild<QPushButton*>()->setFocus();
+    static_cast<QDialog&>(dialog).accept();
+  });
+  const FileAnswer answer = bench.dialogs.choose_save_file({"Upload Log", "uploadlog.txt"});
+  EXPECT_TRUE(answer.accepted);
+  EXPECT_EQ(answer.name.filename(), std::filesystem::path("mine.txt"));
+}
+
+TEST(qt_dialogs, a_place_that_cannot_be_written_is_told_and_the_dialog_stays_open) {
+  Bench bench;
+  const QTemporaryDir folder;
+  // A folder that is not there cannot be written by anybody, whoever runs the test.
+  QString told;
+  bench.when_open<QFileDialog>([&](QFileDialog& dialog) {
+    set_name(dialog, QStringLiteral("/proc/mine.txt"));
+    bench.when_open<QMessageBox>([&](QMessageBox& box) {
+      told = box.text();
+      bench.when_open<QFileDialog>([&](QFileDialog& again) {
+        set_name(again, folder.filePath(QStringLiteral("mine.txt")));
+        static_cast<QDialog&>(again).accept();
+      });
+      box.button(QMessageBox::Ok)->click();
+    });
+    static_cast<QDialog&>(dialog).accept();
+  });
+  const FileAnswer answer = bench.dialogs.choose_save_file({"Upload Log", "uploadlog.txt"});
+  EXPECT_TRUE(told.contains(QStringLiteral("/proc/mine.txt cannot be written"))) << told.toStdString();
+  EXPECT_TRUE(answer.accepted);
+  EXPECT_EQ(answer.name.filename(), std::filesystem::path("mine.txt"));
+}
