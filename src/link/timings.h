@@ -26,6 +26,9 @@ inline constexpr milliseconds log_record_reply = 250ms;          ///< the same, 
 inline constexpr milliseconds clear_pause = 250ms;               ///< after a clear
 inline constexpr milliseconds rest_of_reply_poll = 1ms;          ///< between looks at a reply come in part
 
+// The protocol test.
+inline constexpr milliseconds rest_of_poll_reply = 30ms;  ///< after the first character of a poll's reply
+
 // The terminal.
 inline constexpr milliseconds terminal_tick = 1ms;  ///< from an arriving byte to its display
 

@@ -2,6 +2,7 @@
 
 #include "shell/services.h"
 
+#include <functional>
 #include <string>
 
 /// The state of one run and the services made of it, over a given port, event pump and dialogs.
@@ -12,8 +13,8 @@ class Program {
         clicks_(pump, dialogs),
         receiver_(port, pump),
         transfers_(link_, pump, dialogs, busy_),
-        services_{port,    pump,      dialogs, settings_,      link_,
-                  clicks_, receiver_, busy_,   record_length_, transfers_} {}
+        services_{port,      pump,  dialogs,        settings_,  link_,     clicks_,
+                  receiver_, busy_, record_length_, transfers_, checkline_} {}
 
   [[nodiscard]] Services& services() { return services_; }
 
@@ -25,5 +26,6 @@ class Program {
   ClickRunner clicks_;
   TerminalReceiver receiver_;
   Transfers transfers_;
+  std::function<void()> checkline_ = [] {};  // until there is a display
   Services services_;
 };

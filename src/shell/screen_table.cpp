@@ -3,6 +3,7 @@
 #include "config/diag.h"
 #include "config/vellsetup.h"
 #include "shell/com.h"
+#include "tools/prottest.h"
 #include "tools/term.h"
 
 namespace {
@@ -16,7 +17,6 @@ Screen* make(Services& services, QWidget* parent) {
 constexpr char orinparam[] = "orinparam";
 constexpr char keshsetup[] = "keshsetup";
 constexpr char quorsetup[] = "quorsetup";
-constexpr char prottest[] = "prottest";
 constexpr char test[] = "test";
 constexpr char symbology[] = "symbology";
 constexpr char orintautil[] = "orintautil";
@@ -39,7 +39,7 @@ const std::array<ScreenEntry, MenuState::entry_count> screen_table{{
     {"Kesh Setup", "keshsetup", ScreenCode::keshsetup, make_empty<keshsetup>},
     {"Quor Setup", "quorsetup", ScreenCode::quorsetup, make_empty<quorsetup>},
     {"Terminal Mode", "term", ScreenCode::term, make<TermScreen>},
-    {"Protocol Test", "prottest", ScreenCode::prottest, make_empty<prottest>},
+    {"Protocol Test", "prottest", ScreenCode::prottest, make<ProttestScreen>},
     {"Vell Hardware Test", "test", ScreenCode::test, make_empty<test>},
     {"Barcode/Mag Setup", "symbology", ScreenCode::symbology, make_empty<symbology>},
     {"Diagnostics", "diag", ScreenCode::diag, make<DiagScreen>},

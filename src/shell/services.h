@@ -10,6 +10,7 @@
 #include "link/serial_port.h"
 #include "tools/terminal_receiver.h"
 
+#include <functional>
 #include <string>
 
 /// What every screen and operation works with: one of each, owned by the program.
@@ -25,4 +26,6 @@ struct Services {
   /// The text of the "Record Length" box, kept current as it is typed; the access list download reads it.
   std::string& record_length;
   Transfers& transfers;
+  /// Clears the display of the protocol test when it is full. The terminal's Alt code runs it too.
+  std::function<void()>& checkline;
 };
