@@ -54,6 +54,13 @@ constexpr std::array commands{
     Command{5, "No Protocol Mode", "\0ITN"sv},
 };
 
+void send(ReaderLink& link, const Command& command) {
+  link.send_command(command.payload, command.wait_for_acknowledge);
+  if (!command.second_payload.empty()) {
+    link.send_command(command.second_payload, command.wait_for_acknowledge);
+  }
+}
+
 }  // namespace
 
 DiagScreen::DiagScreen(Services& services, QWidget* parent) : Screen("diag", services, parent) {
@@ -71,34 +78,35 @@ DiagScreen::DiagScreen(Services& services, QWidget* parent) : Screen("diag", ser
 }
 
 QWidget* DiagScreen::identification_group() {
-  QWidget* const group = command_group(0);
-  auto* const grid = static_cast<QGridLayout*>(group->layout());
+  // Before the group's commands: what the focus finds first must change nothing in the reader.
   const QString caption = QStringLiteral("Reader Identification");
+  QPushButton* const identify_button = add_button(caption, [this] { identify(); });
   identification_ = new TextBox("Text4", caption, 0, KeyFilter::none);
   identification_->setReadOnly(true);
   identification_->setFont(fonts::fixed(9.75));
-  grid->addWidget(add_button(caption, [this] { identify(); }), 0, 1);
-  grid->addWidget(identification_, 1, 0, 1, 2);
+  QWidget* const group = command_group(0, identify_button);
+  static_cast<QGridLayout*>(group->layout())->addWidget(identification_, 1, 0, 1, 2);
   return group;
 }
 
-QWidget* DiagScreen::command_group(int group) {
+/// The group's buttons, two a row, after `first` where there is one.
+QWidget* DiagScreen::command_group(int group, QPushButton* first) {
   auto* const box = new QGroupBox(QLatin1String(group_captions.at(static_cast<std::size_t>(group))));
   auto* const grid = new QGridLayout(box);
   int place = 0;
+  const auto add = [grid, &place](QPushButton* button) {
+    grid->addWidget(button, place / 2, place % 2);
+    ++place;
+  };
+  if (first != nullptr) {
+    add(first);
+  }
   for (const Command& command : commands) {
     if (command.group == group) {
-      QPushButton* const button = add_button(QLatin1String(command.caption), [this, &command] {
-        ReaderLink& link = services().link;
-        link.send_command(command.payload, command.wait_for_acknowledge);
-        if (!command.second_payload.empty()) {
-          link.send_command(command.second_payload, command.wait_for_acknowledge);
-        }
-      });
-      grid->addWidget(button, place / 2, place % 2);
-      ++place;
+      add(add_button(QLatin1String(command.caption), [this, &command] { send(services().link, command); }));
     }
   }
+  grid->setRowStretch(place, 1);
   return box;
 }
 

@@ -2,7 +2,7 @@
 
 #include "shell/screen.h"
 
-class QGridLayout;
+class QPushButton;
 class TextBox;
 
 /// Exercises a connected reader by hand: displays, LEDs, relay, speaker, modes, sense inputs, protocol.
@@ -12,7 +12,7 @@ class DiagScreen : public Screen {
 
  private:
   QWidget* identification_group();
-  QWidget* command_group(int group);
+  QWidget* command_group(int group, QPushButton* first = nullptr);
   void identify();
 
   TextBox* identification_;

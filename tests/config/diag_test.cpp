@@ -149,3 +149,9 @@ TEST(diag, buttons_stay_clickable_during_an_identification) {
   bench.click("Reader Identification");
   EXPECT_TRUE(bytes_equal(bench.port.written(), "V\r!01\r"));
 }
+
+TEST(diag, enter_on_the_freshly_opened_screen_resets_no_reader) {
+  WindowBench bench;
+  bench.click_menu(diag_index);
+  ASSERT_EQ(bench.window.focusWidget(), bench.button("Reader Identification"));
+}
