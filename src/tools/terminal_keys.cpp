@@ -186,30 +186,30 @@ void TerminalKeys::alt_released() {
   }
 }
 
-void TerminalKeys::characters(const QString& text) {
+bool TerminalKeys::characters(const QString& text) {
   for (const QChar character : text) {
     const std::optional<char> byte = code_page::to_windows_1252(character);
-    if (byte && target_.port_open()) {
-      type(*byte);
+    if (!target_.port_open() || (byte && !type(*byte))) {
+      return false;
     }
   }
+  return true;
 }
 
 /// Control characters are shown as codes, 64 above themselves; not as received ones are: that is meant.
-void TerminalKeys::type(char byte) {
+bool TerminalKeys::type(char byte) {
   const auto code = static_cast<unsigned char>(byte);
   const bool begins_a_line = byte == wire::cr && caret_keys_ == CaretKeys::tab_and_enter;
   if (code < first_printable && !begins_a_line) {
-    show_and_send(std::string{'^', static_cast<char>(code + typed_caret_offset)}, byte);
-  } else {
-    target_.send(byte);
-    target_.show_character(byte);
+    return show_and_send(std::string{'^', static_cast<char>(code + typed_caret_offset)}, byte);
   }
+  target_.show_character(byte);
+  return target_.send(byte);
 }
 
-void TerminalKeys::show_and_send(std::string_view item, char byte) {
+bool TerminalKeys::show_and_send(std::string_view item, char byte) {
   target_.show_item(item);
-  target_.send(byte);
+  return target_.send(byte);
 }
 
 void TerminalKeys::focus_lost(bool by_the_window) {

@@ -16,7 +16,8 @@ class KeyTarget {
   [[nodiscard]] virtual bool port_open() const = 0;
   /// What F10 stands for.
   [[nodiscard]] virtual std::uint8_t address_byte() const = 0;
-  virtual void send(char byte) = 0;
+  /// @return false when the line did not take it.
+  virtual bool send(char byte) = 0;
   /// Shows a code ("^B") or a single byte of the terminals' code page at the end of what was typed.
   virtual void show_item(std::string_view item) = 0;
   /// Shows a character as typed text. CR comes here only where Enter begins a line.
@@ -53,7 +54,8 @@ class TerminalKeys {
   bool key_up(const KeyFacts& facts);
   /// Characters that no key brought: pasted, composed, or put in by an assistive client. One without a
   /// code, and all of them while the port is closed, send nothing and show nothing.
-  void characters(const QString& text);
+  /// @return false when the line took no more; the rest is then left out.
+  bool characters(const QString& text);
 
   /// An Alt code that was begun is forgotten and sends nothing. Ctrl is kept, except when the whole window
   /// has lost the focus: its release then goes elsewhere.
@@ -63,8 +65,8 @@ class TerminalKeys {
   bool character_key(const KeyFacts& facts);
   bool control_key(const KeyFacts& facts);
   void alt_released();
-  void show_and_send(std::string_view item, char byte);
-  void type(char byte);
+  bool show_and_send(std::string_view item, char byte);
+  bool type(char byte);
 
   KeyTarget& target_;
   CaretKeys caret_keys_;

@@ -16,7 +16,12 @@ class RecordingTarget : public KeyTarget {
 
   [[nodiscard]] bool port_open() const override { return open; }
   [[nodiscard]] std::uint8_t address_byte() const override { return 0x85; }
-  void send(char byte) override { sent += byte; }
+  bool takes_bytes = true;
+
+  bool send(char byte) override {
+    sent += byte;
+    return takes_bytes;
+  }
   void show_item(std::string_view item) override { items += item; }
   void show_character(char byte) override { typed += byte; }
 };
@@ -351,7 +356,7 @@ TEST(terminal_keys, closed_port_swallows_every_key_but_tab) {
   EXPECT_TRUE(keyboard.down(Qt::Key_Left));
   EXPECT_TRUE(keyboard.down(Qt::Key_B, ctrl));
   EXPECT_FALSE(keyboard.down(Qt::Key_Tab));
-  keyboard.keys.characters(QStringLiteral("pasted"));
+  EXPECT_FALSE(keyboard.keys.characters(QStringLiteral("pasted")));
   EXPECT_EQ(keyboard.terminal.sent + keyboard.terminal.items + keyboard.terminal.typed, "");
 }
 
@@ -373,8 +378,15 @@ TEST(terminal_keys, alt_code_with_the_port_closed_sends_and_shows_nothing) {
 
 TEST(terminal_keys, pasted_characters_are_typed_one_by_one) {
   Keyboard keyboard;
-  keyboard.keys.characters(QStringLiteral("a\x02\r\u20AC\u0416"));
+  EXPECT_TRUE(keyboard.keys.characters(QStringLiteral("a\x02\r\u20AC\u0416")));
   EXPECT_EQ(keyboard.terminal.sent, "a\x02\r\x80");
   EXPECT_EQ(keyboard.terminal.items, "^B");
   EXPECT_EQ(keyboard.terminal.typed, "a\r\x80");
+}
+
+TEST(terminal_keys, pasting_ends_when_the_line_takes_no_more) {
+  Keyboard keyboard;
+  keyboard.terminal.takes_bytes = false;
+  EXPECT_FALSE(keyboard.keys.characters(QStringLiteral("abc")));
+  EXPECT_EQ(keyboard.terminal.typed, "a");
 }

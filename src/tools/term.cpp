@@ -1,0 +1,57 @@
+#include "tools/term.h"
+
+#include "tools/terminal_typing.h"
+
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+namespace {
+
+constexpr std::string_view printing_elsewhere = "Function currently disabled - use full screen mode";
+
+QLabel* label_of(QWidget* box) {
+  auto* const label = new QLabel(box->accessibleName());
+  label->setBuddy(box);
+  return label;
+}
+
+}  // namespace
+
+TermScreen::TermScreen(Services& services, QWidget* parent) : Screen("term", services, parent) {
+  typing_ = new TypingBox("Text7", QStringLiteral("Terminal"), services.link, services.pump, this);
+  received_ = new TerminalView("Text1", QStringLiteral("Reader"), TerminalView::LongLines::scroll, this);
+
+  auto* const layout = new QVBoxLayout(this);
+  layout->addWidget(label_of(typing_));
+  layout->addWidget(typing_, 1);
+  layout->addWidget(label_of(received_));
+  layout->addWidget(received_, 1);
+  layout->addLayout(buttons());
+}
+
+QLayout* TermScreen::buttons() {
+  auto* const row = new QHBoxLayout;
+  row->addWidget(add_button(QStringLiteral("Clear Screen"), [this] {
+    typing_->clear();
+    received_->clear();
+  }));
+  // The two blanks are meant.
+  row->addWidget(add_button(QStringLiteral("Full  Screen"), [] {}));
+  // Printing exists in the full-screen terminal alone; the button that says so is meant.
+  row->addWidget(
+      add_button(QStringLiteral("Print"), [this] { services().dialogs.message(printing_elsewhere); }));
+  row->addStretch();
+  auto* const hints = new QVBoxLayout;
+  hints->addWidget(new QLabel(QStringLiteral("F9 = NULL")));
+  hints->addWidget(new QLabel(QStringLiteral("F10 = READER ADDRESS")));
+  row->addLayout(hints);
+  return row;
+}
+
+void TermScreen::entered() {
+  // F10 sends the address as it is set now; without one it sends the last that there was.
+  services().clicks.run([this] { static_cast<void>(services().link.setnetaddr()); });
+  services().receiver.start([this](const ReceivedLines& lines) { received_->append(lines); });
+}

@@ -1,0 +1,180 @@
+#include "tools/terminal_typing.h"
+
+#include "link/event_pump.h"
+#include "link/frame.h"
+#include "link/reader_link.h"
+#include "link/timings.h"
+
+#include <QApplication>
+#include <QClipboard>
+#include <QInputMethodEvent>
+#include <QKeyEvent>
+#include <QMenu>
+#include <QMouseEvent>
+
+namespace {
+
+/// So many pasted characters go out at once. At the slowest speed they take an eighth of a second.
+constexpr int characters_a_piece = 16;
+
+/// Every way to break a line is one Enter.
+QString with_enter(QString text) {
+  return text.replace(QStringLiteral("\r\n"), QStringLiteral("\r")).replace(u'\n', u'\r');
+}
+
+}  // namespace
+
+TypingBox::TypingBox(const char* object_name, const QString& accessible_name, ReaderLink& link,
+                     EventPump& pump, QWidget* parent)
+    : TerminalView(object_name, accessible_name, LongLines::wrap, parent),
+      link_(link),
+      pump_(pump),
+      keys_(*this, TerminalKeys::CaretKeys::tab_and_enter),
+      typist_(pump.make_ticker(timings::terminal_tick, [this] { type_some(); })) {
+  setAttribute(Qt::WA_InputMethodEnabled);
+  setInputMethodHints(Qt::ImhMultiLine | Qt::ImhNoAutoUppercase | Qt::ImhNoPredictiveText);
+}
+
+TypingBox::~TypingBox() = default;
+
+bool TypingBox::port_open() const {
+  return link_.comopen();
+}
+
+std::uint8_t TypingBox::address_byte() const {
+  return link_.address_byte();
+}
+
+bool TypingBox::send(char byte) {
+  return link_.write(std::string_view(&byte, 1));
+}
+
+/// At the end, wherever the caret stands.
+void TypingBox::show_item(std::string_view item) {
+  insert(content().size(), item);
+}
+
+void TypingBox::show_character(char byte) {
+  erase_selection();
+  if (byte == wire::cr) {
+    break_line(caret());
+  } else {
+    insert(caret(), std::string_view(&byte, 1));
+  }
+}
+
+void TypingBox::erase_selection() {
+  if (has_selection()) {
+    erase(selection_begin(), selection_end());
+  }
+}
+
+bool TypingBox::event(QEvent* event) {
+  // No shortcut of a window takes what is typed here.
+  if (event->type() == QEvent::ShortcutOverride) {
+    event->accept();
+    return true;
+  }
+  return TerminalView::event(event);
+}
+
+void TypingBox::keyPressEvent(QKeyEvent* event) {
+  if (!keys_.key_down(KeyFacts::of(*event))) {
+    edit(*event);
+  }
+}
+
+void TypingBox::keyReleaseEvent(QKeyEvent* event) {
+  if (!keys_.key_up(KeyFacts::of(*event))) {
+    TerminalView::keyReleaseEvent(event);
+  }
+}
+
+/// What is left for the box. The clipboard has its older keys here: the letters belong to the line.
+void TypingBox::edit(QKeyEvent& event) {
+  const bool shift = event.modifiers().testFlag(Qt::ShiftModifier);
+  if (event.key() == Qt::Key_Delete && shift) {
+    cut();
+  } else if (event.key() == Qt::Key_Insert && shift) {
+    paste();
+  } else if (event.key() == Qt::Key_Delete && has_selection()) {
+    erase_selection();
+  } else if (event.key() == Qt::Key_Delete && caret() < content().size()) {
+    erase(caret(), caret() + 1);
+  } else {
+    TerminalView::keyPressEvent(&event);
+  }
+}
+
+void TypingBox::inputMethodEvent(QInputMethodEvent* event) {
+  type(event->commitString());
+  event->accept();
+}
+
+QVariant TypingBox::inputMethodQuery(Qt::InputMethodQuery query) const {
+  switch (query) {
+    case Qt::ImEnabled:
+      return true;
+    case Qt::ImCursorRectangle:
+      return cell(caret()).translated(viewport()->pos());
+    case Qt::ImFont:
+      return font();
+    default:
+      return TerminalView::inputMethodQuery(query);
+  }
+}
+
+void TypingBox::focusOutEvent(QFocusEvent* event) {
+  keys_.focus_lost(event->reason() == Qt::ActiveWindowFocusReason);
+  TerminalView::focusOutEvent(event);
+}
+
+/// Another screen works with the line now: what was still to be typed must not get between its frames.
+void TypingBox::hideEvent(QHideEvent* event) {
+  to_type_.clear();
+  typist_->stop();
+  TerminalView::hideEvent(event);
+}
+
+void TypingBox::type(const QString& text) {
+  to_type_ += with_enter(text);
+  if (pump_.pausing()) {
+    typist_->start();  // its ticks wait for the end of the pause
+  } else if (!typist_->running()) {
+    type_some();
+  }
+}
+
+void TypingBox::type_some() {
+  const QString piece = to_type_.left(characters_a_piece);
+  to_type_.remove(0, piece.size());
+  if (!keys_.characters(piece)) {
+    to_type_.clear();
+  }
+  to_type_.isEmpty() ? typist_->stop() : typist_->start();
+}
+
+void TypingBox::cut() {
+  copy();
+  erase_selection();
+}
+
+void TypingBox::paste() {
+  type(QApplication::clipboard()->text());
+}
+
+void TypingBox::mouseReleaseEvent(QMouseEvent* event) {
+  const QClipboard* const clipboard = QApplication::clipboard();
+  if (event->button() == Qt::MiddleButton && clipboard->supportsSelection()) {
+    move_caret(offset_at(event->position()));
+    type(clipboard->text(QClipboard::Selection));
+  }
+  TerminalView::mouseReleaseEvent(event);
+}
+
+void TypingBox::fill_menu(QMenu& menu) {
+  menu.addAction(QStringLiteral("Cut"), this, &TypingBox::cut)->setEnabled(has_selection());
+  TerminalView::fill_menu(menu);
+  const auto paste_it = QStringLiteral("Paste");
+  menu.addAction(paste_it, this, &TypingBox::paste)->setEnabled(port_open());
+}

@@ -1,0 +1,56 @@
+#pragma once
+
+#include "tools/terminal_keys.h"
+#include "tools/terminal_view.h"
+
+#include <memory>
+
+class EventPump;
+class ReaderLink;
+class Ticker;
+
+/// The box of the terminal in which every key goes out on the line at once. What it shows can be edited
+/// with the caret's keys and Delete; that sends nothing.
+class TypingBox : public TerminalView, private KeyTarget {
+  Q_OBJECT
+
+ public:
+  TypingBox(const char* object_name, const QString& accessible_name, ReaderLink& link, EventPump& pump,
+            QWidget* parent = nullptr);
+  ~TypingBox() override;
+
+  /// Sends and shows text as if it were typed, in pieces that leave time for clicks. A line break in it is
+  /// Enter. It ends early when the port is closed, takes no more, or another screen is shown.
+  void type(const QString& text);
+  /// Takes text out of the box alone.
+  void remove(int begin, int end) { erase(begin, end); }
+  void cut();
+  void paste();
+
+ protected:
+  bool event(QEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
+  void keyReleaseEvent(QKeyEvent* event) override;
+  void inputMethodEvent(QInputMethodEvent* event) override;
+  [[nodiscard]] QVariant inputMethodQuery(Qt::InputMethodQuery query) const override;
+  void focusOutEvent(QFocusEvent* event) override;
+  void hideEvent(QHideEvent* event) override;
+  void mouseReleaseEvent(QMouseEvent* event) override;
+  void fill_menu(QMenu& menu) override;
+
+ private:
+  [[nodiscard]] bool port_open() const override;
+  [[nodiscard]] std::uint8_t address_byte() const override;
+  bool send(char byte) override;
+  void show_item(std::string_view item) override;
+  void show_character(char byte) override;
+  void erase_selection();
+  void edit(QKeyEvent& event);
+  void type_some();
+
+  ReaderLink& link_;
+  EventPump& pump_;
+  TerminalKeys keys_;
+  QString to_type_;
+  std::unique_ptr<Ticker> typist_;
+};
