@@ -21,7 +21,7 @@ ensure_packages() {
   local purpose=$1
   shift
   if ! command -v apt-get >/dev/null || ! command -v dpkg-query >/dev/null; then
-    printf 'This system has no apt. %s takes what these Debian packages hold: %s\n' "$purpose" "$*" >&2
+    printf 'This system has no apt. %s: what these Debian packages hold is needed: %s\n' "$purpose" "$*" >&2
     return 0
   fi
   local missing=()
@@ -31,13 +31,13 @@ ensure_packages() {
   local as_root=()
   if [[ $(id -u) -ne 0 ]]; then
     if ! command -v sudo >/dev/null; then
-      printf '%s needs packages that are not installed, and there is no sudo. As root, run:\n  apt-get install %s\n' \
+      printf '%s: packages are missing, and there is no sudo. As root, run:\n  apt-get install %s\n' \
         "$purpose" "${missing[*]%%|*}" >&2
       return 1
     fi
     as_root=(sudo)
   fi
-  printf '%s needs packages that are not installed. They are installed now with apt%s:\n  %s\n' \
+  printf '%s: these packages are missing and are installed now with apt%s:\n  %s\n' \
     "$purpose" "${as_root:+ (sudo may ask for your password)}" "${missing[*]%%|*}"
 
   # The lists are fetched only where they do not know a package, or are too old to find it.
