@@ -1,5 +1,6 @@
 #include "shell/screen_table.h"
 
+#include "access/orintautil.h"
 #include "config/diag.h"
 #include "config/vellsetup.h"
 #include "shell/com.h"
@@ -19,7 +20,6 @@ constexpr char keshsetup[] = "keshsetup";
 constexpr char quorsetup[] = "quorsetup";
 constexpr char test[] = "test";
 constexpr char symbology[] = "symbology";
-constexpr char orintautil[] = "orintautil";
 constexpr char keshutil[] = "keshutil";
 constexpr char asciichart[] = "asciichart";
 constexpr char general[] = "general";
@@ -43,7 +43,7 @@ const std::array<ScreenEntry, MenuState::entry_count> screen_table{{
     {"Vell Hardware Test", "test", ScreenCode::test, make_empty<test>},
     {"Barcode/Mag Setup", "symbology", ScreenCode::symbology, make_empty<symbology>},
     {"Diagnostics", "diag", ScreenCode::diag, make<DiagScreen>},
-    {"Orin/Orinta Utilities", "orintautil", ScreenCode::orintautil, make_empty<orintautil>},
+    {"Orin/Orinta Utilities", "orintautil", ScreenCode::orintautil, make<OrintautilScreen>},
     {"Kesh/Quor Utilities", "keshutil", ScreenCode::keshutil, make_empty<keshutil>},
     {"ASCII Chart", "asciichart", ScreenCode::asciichart, make_empty<asciichart>},
     {"General Info", "general", ScreenCode::general, make_empty<general>},

@@ -1,0 +1,24 @@
+#include "access/editor_window.h"
+
+#include <QAction>
+
+EditorWindow::EditorWindow(const char* object_name, Services& services, QWidget* parent)
+    : QMainWindow(parent, Qt::Window), services_(services) {
+  setObjectName(QLatin1String(object_name));
+}
+
+void EditorWindow::open() {
+  if (!isVisible()) {
+    load();
+    show();
+  }
+  raise();
+  activateWindow();
+}
+
+QAction* EditorWindow::new_entry(const char* caption, std::function<void()> handler) {
+  auto* const entry = new QAction(QLatin1String(caption), this);
+  entry->setMenuRole(QAction::NoRole);
+  connect(entry, &QAction::triggered, this, [this, action = std::move(handler)] { run(action); });
+  return entry;
+}

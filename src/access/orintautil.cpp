@@ -1,0 +1,114 @@
+#include "access/orintautil.h"
+
+#include "access/access_window.h"
+#include "access/schedule_window.h"
+#include "shell/fonts.h"
+
+#include <QGridLayout>
+#include <QGroupBox>
+#include <QLabel>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+namespace {
+
+QGroupBox* group_of(const char* caption, std::initializer_list<QPushButton*> buttons) {
+  auto* const group = new QGroupBox(QLatin1String(caption));
+  auto* const column = new QVBoxLayout(group);
+  for (QPushButton* const button : buttons) {
+    column->addWidget(button);
+  }
+  column->addStretch();
+  return group;
+}
+
+QString text_of(std::string_view utf8) {
+  return QString::fromUtf8(utf8.data(), static_cast<qsizetype>(utf8.size()));
+}
+
+}  // namespace
+
+OrintautilScreen::OrintautilScreen(Services& services, QWidget* parent)
+    : Screen("orintautil", services, parent),
+      access_(new AccessWindow(services, this)),
+      schedules_(new ScheduleWindow(services, this)),
+      progress_(new QLabel) {
+  auto* const heading = new QLabel(QStringLiteral("Orin/Orinta Utilities"));
+  heading->setFont(fonts::serif(16));
+  progress_->setObjectName(QStringLiteral("progress"));
+  // The label keeps its place while it is hidden, so that showing and drawing it needs no new layout.
+  QSizePolicy policy = progress_->sizePolicy();
+  policy.setRetainSizeWhenHidden(true);
+  policy.setHorizontalPolicy(QSizePolicy::Ignored);
+  progress_->setSizePolicy(policy);
+  progress_->setMinimumHeight(progress_->fontMetrics().height());
+  progress_->hide();
+  status_ = {[this](std::string_view text) {
+               progress_->setText(text_of(text));
+               progress_->show();
+               progress_->repaint();
+             },
+             [this] { progress_->hide(); }};
+
+  auto* const grid = new QGridLayout(this);
+  grid->addWidget(heading, 0, 0, 1, 3, Qt::AlignHCenter);
+  grid->addWidget(access_list_group(), 1, 0);
+  grid->addWidget(log_group(), 1, 1);
+  grid->addWidget(schedules_group(), 1, 2);
+  grid->addWidget(progress_, 2, 0, 1, 3);
+  grid->addWidget(note(), 3, 0, 1, 3);
+  grid->setRowStretch(4, 1);
+}
+
+void OrintautilScreen::entered() {
+  progress_->hide();
+}
+
+QGroupBox* OrintautilScreen::access_list_group() {
+  Transfers& transfers = services().transfers;
+  return group_of(
+      "Access List",
+      {add_button(
+           QStringLiteral("Download"),
+           [this, &transfers] { transfers.download_access_list(services().record_length, status_); },
+           "access_list_download"),
+       add_button(
+           QStringLiteral("Upload"), [this, &transfers] { transfers.upload(access_list_upload, status_); },
+           "access_list_upload"),
+       add_button(
+           QStringLiteral("Clear"), [this, &transfers] { transfers.clear(access_list_clear, status_); },
+           "access_list_clear"),
+       add_button(
+           QStringLiteral("Edit/Modify"), [this] { access_->open(); }, "access_list_edit")});
+}
+
+QGroupBox* OrintautilScreen::log_group() {
+  Transfers& transfers = services().transfers;
+  return group_of(
+      "Log", {add_button(
+                  QStringLiteral("Upload"),
+                  [this, &transfers] { transfers.upload(access_log_upload, status_); }, "log_upload"),
+              add_button(
+                  QStringLiteral("Clear"), [this, &transfers] { transfers.clear(access_log_clear, status_); },
+                  "log_clear")});
+}
+
+QGroupBox* OrintautilScreen::schedules_group() {
+  return group_of("Schedules",
+                  {add_button(
+                       QStringLiteral("Download"),
+                       [this] { services().transfers.download_schedules(status_); }, "schedules_download"),
+                   add_button(
+                       QStringLiteral("Edit/Modify"), [this] { schedules_->open(); }, "schedules_edit")});
+}
+
+QGroupBox* OrintautilScreen::note() {
+  auto* const text = new QLabel(QStringLiteral(
+      "For readers manufactured prior to 2/1/01, it is suggested to put readers into Vell mode "
+      "prior to any downloading"));
+  text->setWordWrap(true);
+  auto* const group = new QGroupBox(QStringLiteral("Note on uploading/downloading..."));
+  auto* const column = new QVBoxLayout(group);
+  column->addWidget(text);
+  return group;
+}
