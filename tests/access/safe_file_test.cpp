@@ -132,14 +132,16 @@ TEST_F(SafeFile, a_folder_in_place_of_a_file_is_told) {
 // A child saves one text and the other in turn until it is killed: each time one of them stands there whole.
 TEST_F(SafeFile, five_hundred_kills_leave_the_old_file_or_the_new_one) {
   const std::array texts{std::string(300000, 'o'), std::string(200000, 'n')};
+  const auto start = std::chrono::steady_clock::now();
   replace_file(path(), texts[0]);
+  const auto one_save = std::chrono::steady_clock::now() - start;
   // How far the child has come, seen from here: odd while a save runs.
   void* shared =
       mmap(nullptr, sizeof(std::atomic<unsigned>), PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS, -1, 0);
   ASSERT_NE(shared, MAP_FAILED);
   auto& progress = *new (shared) std::atomic<unsigned>{0};
   std::mt19937 random{20011};  // repeatable
-  std::uniform_int_distribution<int> moment_us{0, 4000};
+  std::uniform_int_distribution<std::int64_t> moment_ns{0, 6 * std::chrono::nanoseconds{one_save}.count()};
   int kills_in_a_save = 0;
   std::array<int, 2> found_count{};
   for (int kill_number = 0; kill_number < 500; ++kill_number) {
@@ -150,7 +152,7 @@ TEST_F(SafeFile, five_hundred_kills_leave_the_old_file_or_the_new_one) {
       const std::string error = error_of([&] {
         for (;;) {
           ++progress;
-          replace_file(path(), texts[progress / 2 % 2]);
+          replace_file(path(), texts[(progress / 2 + 1) % 2]);
           ++progress;
         }
       });
@@ -159,7 +161,7 @@ TEST_F(SafeFile, five_hundred_kills_leave_the_old_file_or_the_new_one) {
     while (progress == 0) {
       std::this_thread::yield();
     }
-    std::this_thread::sleep_for(std::chrono::microseconds{moment_us(random)});
+    std::this_thread::sleep_for(std::chrono::nanoseconds{moment_ns(random)});
     kill(child, SIGKILL);
     int status = 0;
     ASSERT_EQ(waitpid(child, &status, 0), child);
