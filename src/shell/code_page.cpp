@@ -26,6 +26,12 @@ constexpr std::u16string_view dos_437_high =
     u"\u2261\u00B1\u2265\u2264\u2320\u2321\u00F7\u2248\u00B0\u2219\u00B7\u221A\u207F\u00B2\u25A0\u00A0";
 static_assert(dos_437_high.size() == 129);
 
+/// The signs of a DOS display for the control codes.
+constexpr std::u16string_view control_glyphs =
+    u"\u25A1\u263A\u263B\u2665\u2666\u2663\u2660\u2022\u25D8\u25CB\u25D9\u2642\u2640\u266A\u266B\u263C"
+    u"\u25BA\u25C4\u2195\u203C\u00B6\u00A7\u25AC\u21A8\u2191\u2193\u2192\u2190\u221F\u2194\u25B2\u25BC";
+static_assert(control_glyphs.size() == 32);
+
 constexpr char16_t control_pictures = u'\u2400';  // the block of visible pictures of the control codes
 
 }  // namespace
@@ -89,6 +95,16 @@ QString code_page::from_dos_437(std::string_view bytes) {
   text.reserve(static_cast<qsizetype>(bytes.size()));
   for (const char byte : bytes) {
     text += from_dos_437(byte);
+  }
+  return text;
+}
+
+QString code_page::dos_glyphs(QString text) {
+  for (QChar& character : text) {
+    const char16_t code = character.unicode();
+    if (code >= control_pictures && code < control_pictures + control_glyphs.size()) {
+      character = control_glyphs[static_cast<std::size_t>(code - control_pictures)];
+    }
   }
   return text;
 }

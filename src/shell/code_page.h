@@ -25,4 +25,8 @@ namespace code_page {
 [[nodiscard]] QChar from_dos_437(char byte);
 [[nodiscard]] QString from_dos_437(std::string_view bytes);
 
+/// The same text as a DOS display draws it: the pictures of control characters as its small signs, which
+/// fixed-pitch fonts have and which stay readable in one cell. NUL, blank there, is an empty frame.
+[[nodiscard]] QString dos_glyphs(QString text);
+
 }  // namespace code_page

@@ -1,5 +1,6 @@
 #include "tools/drawn_text.h"
 
+#include "shell/code_page.h"
 #include "tools/drawn_text_access.h"
 
 #include <QAccessible>
@@ -34,7 +35,7 @@ void draw_piece(QPainter& painter, const QString& text, QRectF first_cell) {
     area.setWidth(first_cell.width() * static_cast<qreal>(end - begin));
     const Qt::Alignment where = end - begin == 1 ? Qt::AlignHCenter : Qt::AlignLeft;
     painter.drawText(area, static_cast<int>(where | Qt::AlignVCenter) | Qt::TextSingleLine | Qt::TextDontClip,
-                     text.mid(begin, end - begin));
+                     code_page::dos_glyphs(text.mid(begin, end - begin)));
     begin = end;
   }
 }

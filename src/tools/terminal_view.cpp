@@ -42,7 +42,7 @@ void draw_bytes(QPainter& painter, std::string_view bytes, QRectF first_cell) {
     area.setWidth(first_cell.width() * static_cast<qreal>(end - begin));
     const Qt::Alignment where = is_ascii(bytes[begin]) ? Qt::AlignLeft : Qt::AlignHCenter;
     painter.drawText(area, static_cast<int>(where | Qt::AlignVCenter) | Qt::TextSingleLine | Qt::TextDontClip,
-                     code_page::from_dos_437(bytes.substr(begin, end - begin)));
+                     code_page::dos_glyphs(code_page::from_dos_437(bytes.substr(begin, end - begin))));
     begin = end;
   }
 }

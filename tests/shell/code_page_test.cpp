@@ -48,3 +48,8 @@ TEST(code_page, a_control_character_is_one_visible_character_and_breaks_nothing)
   EXPECT_EQ(code_page::from_dos_437("\0\x02\n\x1B"_bytes), QStringLiteral("\u2400\u2402\u240A\u241B"));
   EXPECT_EQ(code_page::from_dos_437("OK ~"), QStringLiteral("OK ~"));
 }
+
+TEST(code_page, pictures_of_control_characters_are_drawn_as_the_signs_of_a_dos_display) {
+  EXPECT_EQ(code_page::dos_glyphs(code_page::from_dos_437(std::string_view("\0\x01 A\x1F\x80", 6))),
+            QStringLiteral("\u25A1\u263A A\u25BC\u00C7"));
+}
