@@ -4,6 +4,7 @@
 #include "config/diag.h"
 #include "config/vellsetup.h"
 #include "shell/com.h"
+#include "tools/hardware_test.h"
 #include "tools/prottest.h"
 #include "tools/term.h"
 
@@ -18,7 +19,6 @@ Screen* make(Services& services, QWidget* parent) {
 constexpr char orinparam[] = "orinparam";
 constexpr char keshsetup[] = "keshsetup";
 constexpr char quorsetup[] = "quorsetup";
-constexpr char test[] = "test";
 constexpr char symbology[] = "symbology";
 constexpr char keshutil[] = "keshutil";
 constexpr char asciichart[] = "asciichart";
@@ -40,7 +40,7 @@ const std::array<ScreenEntry, MenuState::entry_count> screen_table{{
     {"Quor Setup", "quorsetup", ScreenCode::quorsetup, make_empty<quorsetup>},
     {"Terminal Mode", "term", ScreenCode::term, make<TermScreen>},
     {"Protocol Test", "prottest", ScreenCode::prottest, make<ProttestScreen>},
-    {"Vell Hardware Test", "test", ScreenCode::test, make_empty<test>},
+    {"Vell Hardware Test", "test", ScreenCode::test, make<HardwareTestScreen>},
     {"Barcode/Mag Setup", "symbology", ScreenCode::symbology, make_empty<symbology>},
     {"Diagnostics", "diag", ScreenCode::diag, make<DiagScreen>},
     {"Orin/Orinta Utilities", "orintautil", ScreenCode::orintautil, make<OrintautilScreen>},

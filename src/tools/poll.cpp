@@ -3,6 +3,7 @@
 #include "link/frame.h"
 #include "link/numbers.h"
 #include "link/timings.h"
+#include "tools/flag_guard.h"
 
 #include <algorithm>
 #include <cstdint>
@@ -25,18 +26,6 @@ constexpr int caret_offset = 64;
 std::chrono::milliseconds milliseconds_of(const std::string& text) {
   return std::chrono::milliseconds(std::max<int>(0, to_int16(text)));
 }
-
-/// Sets a flag for as long as it lives.
-class FlagGuard {
- public:
-  explicit FlagGuard(bool& flag) : flag_(flag) { flag_ = true; }
-  ~FlagGuard() { flag_ = false; }
-  FlagGuard(const FlagGuard&) = delete;
-  FlagGuard& operator=(const FlagGuard&) = delete;
-
- private:
-  bool& flag_;
-};
 
 void append_visibly(std::string& text, char character) {
   if (static_cast<unsigned char>(character) < first_printable) {

@@ -1,0 +1,131 @@
+#include "tools/hardware_test.h"
+
+#include "access/safe_file.h"
+#include "link/numbers.h"
+#include "shell/code_page.h"
+#include "shell/fonts.h"
+#include "shell/text_box.h"
+#include "tools/profile_window.h"
+#include "tools/terminal_view.h"
+
+#include <QGridLayout>
+#include <QGroupBox>
+#include <QLabel>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+#include <algorithm>
+#include <utility>
+
+HardwareTestScreen::HardwareTestScreen(Services& services, QWidget* parent)
+    : Screen("test", services, parent), hardware_test_(services.link, services.pump, profile_, *this) {
+  auto* const heading = new QLabel(QStringLiteral("Vell Hardware Test"));
+  heading->setFont(fonts::serif(16));
+  auto* const grid = new QGridLayout(this);
+  grid->addWidget(heading, 0, 0, 1, 2, Qt::AlignHCenter);
+  add_controls(*grid);
+
+  auto* const steps_group = new QGroupBox(QStringLiteral("Steps"));
+  steps_ = new QLabel(steps_group);
+  steps_->setObjectName(QStringLiteral("Label27"));
+  steps_->setTextFormat(Qt::PlainText);
+  steps_->setWordWrap(true);
+  steps_->setAlignment(Qt::AlignTop | Qt::AlignLeft);
+  (new QVBoxLayout(steps_group))->addWidget(steps_, 1);
+  grid->addWidget(steps_group, 3, 0);
+
+  auto* const output_group = new QGroupBox(QStringLiteral("Reader"));
+  output_ = new TerminalView("Text29", output_group->title(), TerminalView::LongLines::scroll, output_group);
+  (new QVBoxLayout(output_group))->addWidget(output_);
+  grid->addWidget(output_group, 3, 1);
+  grid->setColumnStretch(0, 1);
+  grid->setColumnStretch(1, 2);
+  grid->setRowStretch(3, 1);
+}
+
+void HardwareTestScreen::add_controls(QGridLayout& grid) {
+  auto* const row = new QGridLayout;
+  // The two blanks in the first two captions are meant.
+  start_ = add_button(QStringLiteral("F1  Start"), [this] { start(); });
+  stop_ = add_button(QStringLiteral("F2  Stop"), [this] { hardware_test_.stop(); });
+  row->addWidget(start_, 0, 0);
+  row->addWidget(stop_, 0, 1);
+  row->addWidget(add_button(QStringLiteral("Profiles"), [this] { edit_profiles(); }), 0, 2);
+  row->addWidget(add_button(QStringLiteral("Clear"), [this] { output_->clear(); }), 0, 3);
+  delay_ = new TextBox("Text28", QStringLiteral("Continuous Test Delay"), 0, KeyFilter::digits, this);
+  delay_->setText(QStringLiteral("0"));
+  delay_->set_width_in_characters(6);
+  auto* const label = new QLabel(delay_->accessibleName());
+  label->setBuddy(delay_);
+  row->addWidget(label, 1, 0, 1, 2);
+  row->addWidget(delay_, 1, 2);
+  row->addWidget(new QLabel(QStringLiteral("ms; 0 runs once")), 1, 3);
+  grid.addLayout(row, 1, 0, 1, 2, Qt::AlignHCenter);
+
+  profile_label_ = new QLabel(this);
+  profile_label_->setObjectName(QStringLiteral("current_profile"));
+  profile_label_->setTextFormat(Qt::PlainText);
+  profile_label_->setWordWrap(true);
+  profile_label_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+  grid.addWidget(profile_label_, 2, 0, 1, 2);
+}
+
+void HardwareTestScreen::entered() {
+  if (profile_.testprofilefile == default_profile()) {
+    provide_default_profile();
+  }
+  output_->clear();
+  show_profile();
+  services().receiver.start([this](const ReceivedLines& lines) { output_->append(lines); });
+}
+
+void HardwareTestScreen::start() {
+  if (editor_wanted_) {
+    return;  // its window is about to open
+  }
+  const std::string typed = code_page::to_windows_1252(delay_->text()).value_or(std::string());
+  hardware_test_.start(std::chrono::milliseconds(std::max<int>(0, to_int16(typed))));
+  if (!hardware_test_.running() && std::exchange(editor_wanted_, false)) {
+    open_editor();
+  }
+}
+
+/// A running test is ended before the window can change the tables that it runs from.
+void HardwareTestScreen::edit_profiles() {
+  hardware_test_.stop();
+  if (hardware_test_.running()) {
+    editor_wanted_ = true;
+  } else {
+    open_editor();
+  }
+}
+
+void HardwareTestScreen::open_editor() {
+  ProfileWindow editor(
+      services(), profile_, [this] { show_profile(); }, this);
+  editor.exec();
+}
+
+void HardwareTestScreen::show_profile() {
+  // Three blanks, and meant so.
+  profile_label_->setText(QStringLiteral("Current Profile:   ") +
+                          QString::fromStdString(shown_name(profile_.testprofilefile)));
+  profile_label_->repaint();
+}
+
+void HardwareTestScreen::clear_steps() {
+  steps_->clear();
+}
+
+void HardwareTestScreen::add_step(std::string_view caption) {
+  steps_->setText(steps_->text() + code_page::from_windows_1252(caption) + u'\n');
+  steps_->repaint();
+}
+
+void HardwareTestScreen::clear_output() {
+  output_->clear();
+}
+
+void HardwareTestScreen::repaint_output() {
+  output_->viewport()->repaint();
+}

@@ -1,0 +1,42 @@
+#pragma once
+
+#include "shell/services.h"
+#include "tools/profile.h"
+
+#include <QDialog>
+
+#include <array>
+#include <functional>
+
+class QGridLayout;
+class TextBox;
+
+/// Edits profiles of the hardware test: ten rows of caption, command and wait. It opens empty.
+class ProfileWindow : public QDialog {
+  Q_OBJECT
+
+ public:
+  /// @param profile_changed called after another profile has become the current one
+  ProfileWindow(Services& services, CurrentProfile& profile, std::function<void()> profile_changed,
+                QWidget* parent);
+
+ protected:
+  /// Neither Enter nor Escape presses or closes anything: what has been typed stays.
+  void keyPressEvent(QKeyEvent* event) override;
+
+ private:
+  using Column = std::array<TextBox*, TestProfile::steps>;
+
+  void add_rows(QGridLayout& grid);
+  void add_button(QGridLayout& grid, int column, const QString& caption, std::function<void()> handler);
+  void load();
+  void save();
+  [[nodiscard]] TestProfile typed() const;
+
+  Services& services_;
+  CurrentProfile& profile_;
+  std::function<void()> profile_changed_;
+  Column captions_;
+  Column commands_;
+  Column waits_;
+};
