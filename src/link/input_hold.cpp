@@ -1,7 +1,10 @@
 #include "link/input_hold.h"
 
 #include <QCoreApplication>
-#include <QEvent>
+#include <QMouseEvent>
+
+#include <memory>
+#include <utility>
 
 namespace {
 
@@ -15,15 +18,32 @@ bool is_input(QEvent::Type type) {
     case QEvent::KeyPress:
     case QEvent::KeyRelease:
     case QEvent::InputMethod:
-    case QEvent::TouchBegin:
-    case QEvent::TouchUpdate:
-    case QEvent::TouchEnd:
     case QEvent::ContextMenu:
     case QEvent::Shortcut:
       return true;
     default:
       return false;
   }
+}
+
+/// A mouse event is made anew when it is given out: a copy would share the mouse's position with all later
+/// events, and a button clicked during the pause would be let go wherever the mouse has moved to since.
+std::function<void(QObject&)> mouse_delivery(const QMouseEvent& mouse) {
+  return [type = mouse.type(), position = mouse.position(), scene = mouse.scenePosition(),
+          global = mouse.globalPosition(), button = mouse.button(), buttons = mouse.buttons(),
+          modifiers = mouse.modifiers(), device = QPointer(mouse.pointingDevice()),
+          timestamp = mouse.timestamp()](QObject& receiver) {
+    const QPointingDevice* const source = device ? device.data() : QPointingDevice::primaryPointingDevice();
+    QMouseEvent again(type, position, scene, global, button, buttons, modifiers, source);
+    again.setTimestamp(timestamp);
+    QCoreApplication::sendEvent(&receiver, &again);
+  };
+}
+
+std::function<void(QObject&)> delivery(const QEvent& event) {
+  return [copy = std::shared_ptr<QEvent>(event.clone())](QObject& receiver) {
+    QCoreApplication::sendEvent(&receiver, copy.get());
+  };
 }
 
 }  // namespace
@@ -41,22 +61,23 @@ void InputHold::end() {
     return;
   }
   QCoreApplication::instance()->removeEventFilter(this);
-  for (auto& [receiver, event] : std::exchange(held_, {})) {
-    if (receiver) {
-      QCoreApplication::postEvent(receiver, event.release());
-    }
+  for (Held& held : std::exchange(held_, {})) {
+    QMetaObject::invokeMethod(
+        this,
+        [held = std::move(held)] {
+          if (held.receiver) {
+            held.deliver(*held.receiver);
+          }
+        },
+        Qt::QueuedConnection);
   }
 }
 
 bool InputHold::eventFilter(QObject* receiver, QEvent* event) {
-  // A shortcut must not be looked up for a key that is being held back.
-  if (event->type() == QEvent::ShortcutOverride) {
-    event->accept();
-    return true;
-  }
   if (!is_input(event->type())) {
     return false;
   }
-  held_.emplace_back(receiver, event->clone());
+  const auto* const mouse = dynamic_cast<QMouseEvent*>(event);
+  held_.push_back({receiver, mouse != nullptr ? mouse_delivery(*mouse) : delivery(*event)});
   return true;
 }

@@ -3,8 +3,7 @@
 #include <QObject>
 #include <QPointer>
 
-#include <memory>
-#include <utility>
+#include <functional>
 #include <vector>
 
 class QEvent;
@@ -23,6 +22,11 @@ class InputHold : public QObject {
   bool eventFilter(QObject* receiver, QEvent* event) override;
 
  private:
+  struct Held {
+    QPointer<QObject> receiver;
+    std::function<void(QObject&)> deliver;
+  };
+
   int depth_ = 0;
-  std::vector<std::pair<QPointer<QObject>, std::unique_ptr<QEvent>>> held_;
+  std::vector<Held> held_;
 };
