@@ -15,6 +15,10 @@ inline constexpr int acknowledge_polls = 100;                ///< getack: a coun
 inline constexpr milliseconds presence_reply = 100ms;        ///< reader_connected: silence before a character
 inline constexpr milliseconds identification_reply = 250ms;  ///< "Reader Identification": the same
 
+// The clocks.
+inline constexpr milliseconds clock_tick = 1000ms;  ///< of the PC clock on the screens
+inline constexpr milliseconds clock_reply = 100ms;  ///< readdt: silence before a character
+
 // The transfers of access lists, schedules, logs and collected records.
 inline constexpr milliseconds transfer_reply = 5000ms;           ///< from a command to the reader's answer
 inline constexpr milliseconds access_record_pause = 250ms;       ///< after each record of an access list

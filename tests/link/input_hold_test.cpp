@@ -67,7 +67,7 @@ struct input_hold : testing::Test, PtyBench {
   }
 
   /// Pauses, and lets `action` happen in the middle of the pause.
-  void pause_with(const std::function<void()>& action, std::chrono::milliseconds pause = 150ms) {
+  void pause_with(const std::function<void()>& action, std::chrono::milliseconds pause = 120ms) {
     bool acted = false;
     QTimer::singleShot(20ms, &window, [&] {
       action();

@@ -53,7 +53,7 @@ class TestTicker : public Ticker {
 
 }  // namespace
 
-void TestPump::after(Milliseconds delay, std::function<void()> action, bool held_by_pause) {
+void TestPump::after(std::chrono::nanoseconds delay, std::function<void()> action, bool held_by_pause) {
   events_.emplace(now_ + delay, Event{std::move(action), held_by_pause});
 }
 

@@ -20,7 +20,7 @@ class TestPump : public EventPump {
 
   /// Runs `action` at `delay` from now: inside a yield, or after the pause that covers that moment when
   /// `held_by_pause` says so (clicks, keys and timers; arriving bytes come through).
-  void after(Milliseconds delay, std::function<void()> action, bool held_by_pause = false);
+  void after(std::chrono::nanoseconds delay, std::function<void()> action, bool held_by_pause = false);
   /// Lets time pass outside any operation, as the idle event loop does.
   void idle(Milliseconds time);
   [[nodiscard]] Milliseconds elapsed() const {
