@@ -50,6 +50,7 @@ Answer collide(const std::vector<Answer>& answers) {
       result.bytes[i].silence = std::max(result.bytes[i].silence, each.bytes[i].silence);
     }
   }
+  result.baud = answers.front().baud;
   result.meaning = "collision of " + std::to_string(answers.size()) + " answers";
   return result;
 }

@@ -134,7 +134,7 @@ std::string Console::fault(const Words& words, TimePoint) {
   if (kind == all_faults().end()) {
     throw Mistake("no such fault, try help");
   }
-  const auto count_at = static_cast<std::size_t>(3 + kind->numbers);
+  const auto count_at = 3 + static_cast<std::size_t>(kind->numbers);
   if (words.size() < count_at || words.size() > count_at + 1) {
     throw Mistake("usage: fault A " + std::string{kind->usage});
   }

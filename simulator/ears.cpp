@@ -84,13 +84,11 @@ std::vector<Heard> PlainEar::hear(std::string_view bytes) {
     }
     if (in_frame_ && byte == etx) {
       heard.push_back(frame(Heard::Kind::foreign, std::exchange(pending_, {})));
-    } else if (byte == cr && in_frame_) {
-      report_noise(pending_, heard);
-    } else if (byte == cr) {
+    } else if (!in_frame_ && byte == cr) {
       std::string text = pending_.substr(0, pending_.size() - 1);
       heard.push_back({Heard::Kind::command, -1, std::move(text), std::exchange(pending_, {})});
-    } else if (pending_.size() >= longest_pending) {
-      report_noise(pending_, heard);
+    } else if (byte == cr || pending_.size() >= longest_pending) {
+      report_noise(pending_, heard);  // a frame that was ended with CR, or no end at all
     } else {
       continue;
     }

@@ -41,8 +41,8 @@ std::string identification(Family family, int serial) {
 }
 
 std::string_view mode_name(char digit) {
-  constexpr std::string_view names[]{"Vell", "Kesh", "Orin", "Orinta", "Accum"};
-  return digit >= '1' && digit <= '5' ? names[digit - '1'] : "?";
+  constexpr std::array<std::string_view, 5> names{"Vell", "Kesh", "Orin", "Orinta", "Accum"};
+  return digit >= '1' && digit <= '5' ? names.at(static_cast<std::size_t>(digit - '1')) : "?";
 }
 
 }  // namespace readersim

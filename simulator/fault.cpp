@@ -9,6 +9,7 @@ constexpr char nak = '\x15';
 
 std::vector<Answer::Byte> random_bytes(int count, Random& random) {
   std::vector<Answer::Byte> bytes;
+  bytes.reserve(static_cast<std::size_t>(count));
   for (int i = 0; i < count; ++i) {
     bytes.push_back({static_cast<char>(random() & 0xFFU)});
   }
@@ -163,6 +164,7 @@ std::string Answer::text() const {
 
 std::string spoil(Answer& answer, std::vector<Fault>& faults, Random& random) {
   std::vector<Fault*> order;
+  order.reserve(faults.size());
   for (Fault& fault : faults) {
     order.push_back(&fault);
   }

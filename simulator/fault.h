@@ -55,6 +55,7 @@ struct Answer {
   bool has_ack = false;                       ///< the first byte is the acknowledge
   std::optional<std::size_t> address_at;      ///< where a poll reply bears the reader's address byte
   std::optional<std::size_t> hang_up_before;  ///< set by a fault: the line goes before that byte
+  int baud = 9600;                            ///< what it is sent at
   std::string meaning;                        ///< for people
 
   [[nodiscard]] std::string text() const;

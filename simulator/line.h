@@ -3,7 +3,7 @@
 #include "simulator/ears.h"
 #include "simulator/event.h"
 #include "simulator/fault.h"
-#include "simulator/reader.h"
+#include "simulator/seat.h"
 #include "simulator/time_point.h"
 #include "simulator/verdict.h"
 
@@ -16,14 +16,6 @@
 #include <vector>
 
 namespace readersim {
-
-/// One reader in its place on the line.
-struct Seat {
-  Reader reader;
-  std::vector<Fault> faults;
-  bool present = true;   ///< false: unplugged, deaf and dumb
-  TimePoint free_at{0};  ///< when it has finished its answers so far
-};
 
 /// A serial line with its readers: one on a plain line, or up to 127 on a multi-drop network. It has
 /// no clock and no port: whoever drives it feeds it the host's bytes and collects the readers'.
@@ -99,6 +91,8 @@ class Line {
   [[nodiscard]] bool understands(const Reader& reader) const;
   [[nodiscard]] bool any_deaf(bool network) const;
   [[nodiscard]] Listeners who_listens() const;
+  /// What is left of a byte on the wire: with seven data bits the eighth is never sent.
+  [[nodiscard]] char on_wire(char byte) const;
   [[nodiscard]] TimePoint byte_time(int baud) const;
   void tell(const Event& event) const;
 

@@ -144,7 +144,7 @@ void set_value(Options& options, const std::string& word, const std::string& val
 Options parse_options(const std::vector<std::string>& arguments) {
   Options options;
   for (std::size_t i = 0; i < arguments.size(); ++i) {
-    std::string word = arguments[i];
+    const std::string& word = arguments[i];
     if (set_switch(options, word)) {
       continue;
     }

@@ -2,6 +2,7 @@
 
 #include "simulator/server.h"
 
+#include <array>
 #include <atomic>
 #include <memory>
 #include <string>
@@ -49,7 +50,7 @@ class PtyServer {
   void wake();
 
   Server server_;
-  int wake_[2]{-1, -1};
+  std::array<int, 2> wake_{-1, -1};
   std::atomic<bool> stop_{false};
   std::thread thread_;
 };

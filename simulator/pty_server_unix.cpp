@@ -21,7 +21,7 @@ Options at_once(Family family) {
 }  // namespace
 
 PtyServer::PtyServer(const Options& options) : server_(options, {}, [](const std::string&) {}) {
-  if (::pipe(wake_) != 0) {
+  if (::pipe(wake_.data()) != 0) {
     throw std::system_error{errno, std::generic_category(), "no pipe"};
   }
   for (const int end : wake_) {

@@ -52,7 +52,7 @@ std::string unescape(std::string_view text) {
     const std::string_view digits = text.substr(i + 1, 3);
     if (digits.size() != 3 || digits[0] != 'x' ||
         std::from_chars(digits.data() + 1, digits.data() + 3, code, 16).ptr != digits.data() + 3) {
-      throw Mistake("a backslash is written \\\\, a byte \\x41");
+      throw Mistake(R"(a backslash is written \\, a byte \x41)");
     }
     result += static_cast<char>(code);
     i += 3;

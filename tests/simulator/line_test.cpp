@@ -201,6 +201,28 @@ TEST(Pacing, bytes_take_ten_bit_times_each_in_both_directions) {
   }
 }
 
+TEST(Pacing, a_reader_told_to_move_answers_at_its_old_speed) {
+  Host host{{.paced = true}};
+  host.line.add(Family::vell, 3, true);
+  host.line.receive("\x83\x02\x00IB3\x03"_bytes, host.now);
+  const auto at_9600 = readersim::TimePoint{10'000'000} / 9600;
+  EXPECT_EQ(host.line.next_due(), host.now + 7 * at_9600 + 20ms + at_9600);
+}
+
+TEST(Pacing, knows_no_time_at_a_speed_that_is_none) {
+  Host host{{.paced = true}};
+  host.line.add(Family::vell, 3, true);
+  host.line.set_host_baud(0);
+  EXPECT_TRUE(bytes_equal(host.ask(3, "V"), ""));
+}
+
+TEST_F(PlainOrin, with_seven_data_bits_the_eighth_is_lost_both_ways) {
+  line.set_host_data(DataFormat::seven_even);
+  reader.format.data = DataFormat::seven_even;
+  reader.identification = "ORIN \xC4\xD6";
+  EXPECT_TRUE(bytes_equal(exchange("\xD6\x8D"), "ORIN DV\r"));
+}
+
 TEST(Pacing, without_it_an_answer_comes_in_one_piece) {
   Host host;
   host.line.add(Family::vell, 3, true);
