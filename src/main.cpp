@@ -10,7 +10,7 @@ int main(int argc, char** argv) {
   const QApplication application(argc, argv);
   QApplication::setApplicationName(QStringLiteral("Tarvos"));
   QApplication::setApplicationVersion(QStringLiteral(TARVOS_VERSION));
-  QApplication::setDesktopFileName(QStringLiteral("tarvos"));
+  QApplication::setDesktopFileName(QStringLiteral("org.tarvos.Tarvos"));
 
   QtSerialPort port;
   QtEventPump pump(port);
