@@ -3,10 +3,13 @@
 #include <array>
 #include <cstdlib>
 #include <fcntl.h>
+#include <filesystem>
 #include <poll.h>
 #include <pty.h>
 #include <stdexcept>
+#include <string>
 #include <sys/resource.h>
+#include <system_error>
 #include <unistd.h>
 #include <utility>
 
@@ -78,11 +81,20 @@ termios Pty::settings() const {
 }
 
 void Pty::stall() const {
-  const int near_end = ::open(device_.c_str(), O_WRONLY | O_NOCTTY | O_NONBLOCK);
+  // Through the port's own descriptor: an open port keeps everybody but root from opening its device again.
+  int near_end = -1;
+  for (const auto& entry : std::filesystem::directory_iterator("/proc/self/fd")) {
+    std::error_code gone;
+    if (std::filesystem::read_symlink(entry.path(), gone) == device_) {
+      near_end = std::stoi(entry.path().filename());
+    }
+  }
+  if (near_end < 0) {
+    throw std::logic_error("only an open line can stall");
+  }
   const std::string filling(1024, '.');
   while (::write(near_end, filling.data(), filling.size()) > 0) {
   }
-  ::close(near_end);
 }
 
 void Pty::hang_up() {
