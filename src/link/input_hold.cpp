@@ -1,7 +1,8 @@
 #include "link/input_hold.h"
 
-#include <QCoreApplication>
+#include <QGuiApplication>
 #include <QMouseEvent>
+#include <QWindow>
 
 #include <memory>
 #include <utility>
@@ -65,7 +66,8 @@ void InputHold::end() {
     QMetaObject::invokeMethod(
         this,
         [held = std::move(held)] {
-          if (held.receiver) {
+          const QWindow* const modal = QGuiApplication::modalWindow();
+          if (held.receiver && (modal == nullptr || modal == held.modal)) {
             held.deliver(*held.receiver);
           }
         },
@@ -78,6 +80,7 @@ bool InputHold::eventFilter(QObject* receiver, QEvent* event) {
     return false;
   }
   const auto* const mouse = dynamic_cast<QMouseEvent*>(event);
-  held_.push_back({receiver, mouse != nullptr ? mouse_delivery(*mouse) : delivery(*event)});
+  held_.push_back({receiver, mouse != nullptr ? mouse_delivery(*mouse) : delivery(*event),
+                   QGuiApplication::modalWindow()});
   return true;
 }

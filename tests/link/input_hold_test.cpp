@@ -5,6 +5,7 @@
 
 #include <QCloseEvent>
 #include <QLineEdit>
+#include <QMessageBox>
 #include <QPushButton>
 #include <QShortcut>
 #include <QTest>
@@ -187,6 +188,28 @@ TEST_F(input_hold, a_held_click_that_pauses_itself_holds_the_next_one_back) {
   });
   EXPECT_TRUE(wait_until([&] { return log.size() == 4; }));
   EXPECT_EQ(log, (Log{"pause over", "first", "first has paused", "second"}));
+}
+
+TEST_F(input_hold, a_box_that_opens_after_the_pause_is_answered_before_anything_beneath_it) {
+  pause_with([&] {
+    click_in_window(window.first);
+    QTest::keyClick(window.windowHandle(), 'a');
+    QTest::keyClick(window.windowHandle(), Qt::Key_D, Qt::ControlModifier);
+    QTest::mouseClick(window.second, Qt::LeftButton);
+  });
+  QMessageBox box{QMessageBox::NoIcon,
+                  {},
+                  QStringLiteral("Reader does not acknowledge command"),
+                  QMessageBox::Ok,
+                  &window};
+  QTimer::singleShot(100ms, &box, [&] {
+    EXPECT_EQ(log, (Log{"pause over"}));
+    log.emplace_back("box answered");
+    box.accept();
+  });
+  box.exec();
+  wait_until([] { return false; }, 50ms);
+  EXPECT_EQ(log, (Log{"pause over", "box answered"}));
 }
 
 TEST_F(input_hold, what_was_meant_for_a_widget_that_is_gone_is_dropped) {

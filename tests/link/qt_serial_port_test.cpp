@@ -5,10 +5,30 @@
 
 #include <QCoreApplication>
 
+#include <algorithm>
 #include <chrono>
+#include <dlfcn.h>
 #include <gtest/gtest.h>
 #include <string>
+#include <termios.h>
 #include <thread>
+#include <vector>
+
+namespace {
+
+/// What has been asked of lines. A pseudo-terminal keeps only part of it, and what is read back from it and
+/// asked anew lacks the rest.
+std::vector<termios> requested;
+
+}  // namespace
+
+/// Stands before the system's own, so that a test sees all that the port asks for.
+extern "C" int tcsetattr(int descriptor, int actions, const termios* settings) noexcept {
+  requested.push_back(*settings);
+  using Original = int (*)(int, int, const termios*);
+  static const auto original = reinterpret_cast<Original>(dlsym(RTLD_NEXT, "tcsetattr"));
+  return original(descriptor, actions, settings);
+}
 
 namespace {
 
@@ -157,14 +177,19 @@ TEST_F(qt_serial_port, every_baud_rate_reaches_the_line) {
   }
 }
 
-TEST_F(qt_serial_port, every_parity_and_data_bits_choice_opens) {
-  // A pseudo-terminal has no parity and always 8 data bits; of these choices it keeps only the sense of
-  // the parity, so that is what can be read back.
+TEST_F(qt_serial_port, every_parity_and_data_bits_choice_opens_and_is_asked_of_the_line) {
   for (const Parity parity : {Parity::none, Parity::even, Parity::odd}) {
     for (const int data_bits : {7, 8}) {
       settings.parity = parity;
       settings.data_bits = data_bits;
+      requested.clear();
       ASSERT_TRUE(port.open(settings)) << settings_string(settings) << ": " << port.open_error(1);
+      const tcflag_t expected = (data_bits == 7 ? CS7 : CS8) | (parity != Parity::none ? PARENB : 0U) |
+                                (parity == Parity::odd ? PARODD : 0U);
+      EXPECT_TRUE(std::any_of(requested.begin(), requested.end(), [&](const termios& each) {
+        return (each.c_cflag & (CSIZE | PARENB | PARODD)) == expected;
+      })) << settings_string(settings);
+      // Of these a pseudo-terminal keeps the sense of the parity alone.
       EXPECT_EQ((line.settings().c_cflag & PARODD) != 0, parity == Parity::odd) << settings_string(settings);
     }
   }
