@@ -24,7 +24,7 @@ class SerialPort {
 
   /// Sends `bytes`; they have left the program when the call returns.
   /// @return false when the port is closed or the line does not take them within the time that their
-  /// number needs at the port's speed, plus a second; what is left of them is then dropped.
+  /// number needs at the port's speed, plus half a second; what is left of them is then dropped.
   virtual bool write(std::string_view bytes) = 0;
 
   /// How many received characters wait, true also right after a blocking pause; 0 on a closed port.

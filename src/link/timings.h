@@ -37,6 +37,6 @@ inline constexpr milliseconds rest_of_poll_reply = 30ms;  ///< after the first c
 inline constexpr milliseconds terminal_tick = 1ms;  ///< from an arriving byte to its display
 
 // The serial line.
-inline constexpr milliseconds write_margin = 1000ms;  ///< beyond what a write needs at the port's speed
+inline constexpr milliseconds write_margin = 500ms;  ///< beyond what a write needs at the port's speed
 
 }  // namespace timings
