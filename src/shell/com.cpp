@@ -75,7 +75,6 @@ QWidget* ComScreen::address_group() {
   address_->setText(code_page::from_windows_1252(services().settings.reader_address));
   address_->set_width_in_characters(6);
   auto* const hint = new QLabel(QStringLiteral("0 to 126, or 127 for all readers (the Global Address)"));
-  hint->setWordWrap(true);
   layout->addWidget(address_);
   layout->addWidget(hint);
   layout->addStretch();
@@ -105,24 +104,44 @@ void ComScreen::connect_choices() {
 void ComScreen::reopen_after(OptionGroup* group, std::function<void(int index)> store) {
   connect(group, &OptionGroup::option_chosen, this, [this, store = std::move(store)](int index) {
     store(index);
-    services().clicks.run([this] { services().link.restorecomm(); });
+    services().clicks.run([this] {
+      services().link.restorecomm();
+      tell_about_port(services().settings.port_number);
+    });
   });
 }
 
 bool ComScreen::eventFilter(QObject* receiver, QEvent* event) {
-  if (event->type() == QEvent::ToolTip) {
+  if (event->type() == QEvent::ToolTip || event->type() == QEvent::FocusIn) {
     for (int index = 0; index < port_->count(); ++index) {
       if (port_->option(index) == receiver) {
-        port_->option(index)->setToolTip(port_tip(index + 1));
+        tell_about_port(index + 1);
       }
     }
   }
   return Screen::eventFilter(receiver, event);
 }
 
-QString ComScreen::port_tip(int port_number) const {
+/// What hovering tells, an assistive client reads too.
+void ComScreen::tell_about_port(int port_number) {
+  QRadioButton* const option = port_->option(port_number - 1);
+  const QString text = about_port(port_number);
+  option->setToolTip(text);
+  option->setAccessibleDescription(text);
+}
+
+QString ComScreen::about_port(int port_number) const {
   const QString device = QString::fromStdString(services().port.device_of(port_number));
+  if (device.isEmpty()) {
+    return QStringLiteral("No serial port stands here");
+  }
   const QString error = QString::fromStdString(services().port.open_error(port_number));
-  const QString place = device.isEmpty() ? QStringLiteral("No serial port stands here") : device;
-  return error.isEmpty() ? place : place + QStringLiteral(": ") + error;
+  if (!error.isEmpty()) {
+    return QStringLiteral("%1: %2").arg(device, error);
+  }
+  const CommSettings& settings = services().settings;
+  const bool open = services().link.comopen() && settings.port_number == port_number;
+  return open
+             ? QStringLiteral("%1, open at %2").arg(device, QString::fromStdString(settings_string(settings)))
+             : device;
 }

@@ -17,7 +17,8 @@ class ComScreen : public Screen {
   QWidget* address_group();
   void connect_choices();
   void reopen_after(OptionGroup* group, std::function<void(int index)> store);
-  [[nodiscard]] QString port_tip(int port_number) const;
+  void tell_about_port(int port_number);
+  [[nodiscard]] QString about_port(int port_number) const;
 
   OptionGroup* port_;
   OptionGroup* baud_;

@@ -5,7 +5,12 @@
 #include <QApplication>
 #include <QCloseEvent>
 #include <QKeyEvent>
+#include <QMouseEvent>
 #include <QPushButton>
+#include <QScreen>
+#include <QScrollArea>
+#include <QStyle>
+#include <QWindow>
 
 #include <algorithm>
 
@@ -14,6 +19,13 @@ namespace {
 constexpr int panel_left = 2370;     // twips
 constexpr int window_width = 11010;  // twips
 constexpr int window_height = 8100;  // twips
+
+/// The order in which the screens are hidden.
+constexpr std::array hiding_order{ScreenCode::orinparam,  ScreenCode::com,       ScreenCode::diag,
+                                  ScreenCode::orintautil, ScreenCode::term,      ScreenCode::test,
+                                  ScreenCode::vellsetup,  ScreenCode::prottest,  ScreenCode::general,
+                                  ScreenCode::keshsetup,  ScreenCode::keshutil,  ScreenCode::symbology,
+                                  ScreenCode::quorsetup,  ScreenCode::asciichart};
 
 constexpr const char* title =
     " Tarvos            Vell  Orin/Orinta  Kesh  Quor  SERIES                READER  UTILITY";
@@ -41,25 +53,33 @@ std::size_t index_of(ScreenCode code) {
 }  // namespace
 
 MainWindow::MainWindow(Services& services)
-    : services_(services), menu_(new MenuColumn(captions(), this)), screens_{} {
+    : services_(services),
+      panel_area_(new QScrollArea(this)),
+      menu_(new MenuColumn(captions(), this)),
+      screens_{} {
   setObjectName(QStringLiteral("Tarvos"));
   setWindowTitle(QLatin1String(title));
-  setMouseTracking(true);
+  auto* const panels = new QWidget;
+  panel_area_->setFrameShape(QFrame::NoFrame);
+  panel_area_->setFocusPolicy(Qt::NoFocus);
+  panel_area_->setWidget(panels);
+  for (std::size_t index = 0; index < screen_table.size(); ++index) {
+    screens_.at(index) = screen_table.at(index).create(services, panels);
+  }
   connect(menu_, &MenuColumn::entry_clicked, this,
           [this](int index) { services_.clicks.run([this, index] { menu_clicked(index); }); });
-  QSize smallest;
-  for (std::size_t index = 0; index < screen_table.size(); ++index) {
-    screens_.at(index) = screen_table.at(index).create(services, this);
-    connect(screens_.at(index), &Screen::mouse_over, menu_, &MenuColumn::mouse_over_background);
-    smallest = smallest.expandedTo(screens_.at(index)->minimumSizeHint());
-  }
-  setMinimumSize(smallest + QSize(twips_to_pixels(panel_left, *this), 0));
+  const QSize menu_size(twips_to_pixels(panel_left, *this), menu_->minimumSizeHint().height());
+  setMinimumSize(menu_size.width() * 2, menu_size.height());
   QApplication::instance()->installEventFilter(this);
 }
 
 void MainWindow::start_up() {
-  resize(QSize(twips_to_pixels(window_width, *this), twips_to_pixels(window_height, *this))
-             .expandedTo(minimumSize()));
+  QSize size(twips_to_pixels(window_width, *this), twips_to_pixels(window_height, *this));
+  for (const Screen* const screen : screens_) {
+    size = size.expandedTo(screen->minimumSizeHint() + QSize(twips_to_pixels(panel_left, *this), 0));
+  }
+  const QSize title_bar(0, style()->pixelMetric(QStyle::PM_TitleBarHeight));
+  resize(size.boundedTo(QWidget::screen()->availableSize() - title_bar));
   com_window();
   menu_->reset();
   services_.link.open_at_start_up();
@@ -76,25 +96,40 @@ void MainWindow::display_window(int index) {
 
 bool MainWindow::nowindow() {
   services_.receiver.stop();
-  for (Screen* const screen : screens_) {
-    screen->hide();
+  for (const ScreenCode code : hiding_order) {
+    screen(code)->hide();
   }
   return true;
 }
 
 void MainWindow::show_screen(ScreenCode code) {
   nowindow();
-  Screen& shown = *screen(code);
-  place(shown);
-  shown.show();
   screen_code_ = code;
+  fit_panel();
+  Screen& shown = *screen(code);
+  shown.show();
   shown.setFocus(Qt::OtherFocusReason);
   shown.entered();
 }
 
-void MainWindow::place(Screen& screen) {
+/// The panel fills the window right of the menu; where the window is too small for it, it scrolls.
+void MainWindow::fit_panel() {
   const int left = twips_to_pixels(panel_left, *this);
-  screen.setGeometry(left, 0, width() - left, height());
+  panel_area_->setGeometry(left, 0, width() - left, height());
+  if (screen_code_ == ScreenCode::none) {
+    return;
+  }
+  Screen& shown = *screen(screen_code_);
+  const QSize needed = shown.minimumSizeHint();
+  QSize room = panel_area_->size();
+  if (needed.height() > room.height()) {
+    room.rwidth() -= style()->pixelMetric(QStyle::PM_ScrollBarExtent);
+  }
+  if (needed.width() > room.width()) {
+    room.rheight() -= style()->pixelMetric(QStyle::PM_ScrollBarExtent);
+  }
+  panel_area_->widget()->resize(room.expandedTo(needed));
+  shown.setGeometry(panel_area_->widget()->rect());
 }
 
 void MainWindow::menu_clicked(int index) {
@@ -118,20 +153,42 @@ void MainWindow::open_highlighted() {
 }
 
 bool MainWindow::eventFilter(QObject* receiver, QEvent* event) {
-  // The window sees every key before the control that has the focus, and only once.
-  if (event->type() == QEvent::KeyPress && receiver->isWidgetType()) {
+  if (event->type() == QEvent::MouseMove) {
+    follow_mouse(receiver, *static_cast<QMouseEvent*>(event));
+  } else if (event->type() == QEvent::KeyPress && receiver->isWidgetType()) {
+    // The window sees every key before the control that has the focus, and only once.
     auto* const widget = static_cast<QWidget*>(receiver);
     if (widget->window() == this && (widget == focusWidget() || widget == this) &&
-        handle_key(static_cast<QKeyEvent*>(event)->key())) {
+        handle_key(*static_cast<QKeyEvent*>(event))) {
       return true;
     }
   }
   return QWidget::eventFilter(receiver, event);
 }
 
-bool MainWindow::handle_key(int key) {
+/// Over anything of the window but a menu entry the mouse takes the highlight away.
+void MainWindow::follow_mouse(QObject* receiver, const QMouseEvent& event) {
+  const QWidget* under = nullptr;
+  if (receiver->isWidgetType()) {
+    under = static_cast<QWidget*>(receiver);
+  } else if (receiver == windowHandle()) {
+    under = childAt(event.position().toPoint());
+    under = under == nullptr ? this : under;
+  }
+  if (under != nullptr && under->window() == this && qobject_cast<const MenuEntry*>(under) == nullptr) {
+    menu_->mouse_over_background();
+  }
+}
+
+bool MainWindow::handle_key(const QKeyEvent& event) {
   if (screen_code_ == ScreenCode::term) {
     return false;
+  }
+  const int key = event.key();
+  const bool presses =
+      key == Qt::Key_Return || key == Qt::Key_Enter || key == Qt::Key_F1 || key == Qt::Key_F2;
+  if (presses && event.isAutoRepeat()) {
+    return true;  // a key held down is one press: it must not start an operation again and again
   }
   const auto press = [](QPushButton* button) {
     if (button != nullptr) {
@@ -177,15 +234,8 @@ void MainWindow::closeEvent(QCloseEvent* event) {
   Q_EMIT closed();
 }
 
-void MainWindow::mouseMoveEvent(QMouseEvent* event) {
-  menu_->mouse_over_background();
-  QWidget::mouseMoveEvent(event);
-}
-
 void MainWindow::resizeEvent(QResizeEvent* event) {
   menu_->setGeometry(0, 0, twips_to_pixels(panel_left, *this), height());
-  if (screen_code_ != ScreenCode::none) {
-    place(*screen(screen_code_));
-  }
+  fit_panel();
   QWidget::resizeEvent(event);
 }

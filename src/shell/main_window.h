@@ -7,6 +7,10 @@
 
 #include <array>
 
+class QKeyEvent;
+class QMouseEvent;
+class QScrollArea;
+
 /// The one window: the menu at the left, one of fourteen screens at the right. It alone knows all screens.
 class MainWindow : public QWidget {
   Q_OBJECT
@@ -50,18 +54,19 @@ class MainWindow : public QWidget {
   bool eventFilter(QObject* receiver, QEvent* event) override;
   void changeEvent(QEvent* event) override;
   void closeEvent(QCloseEvent* event) override;
-  void mouseMoveEvent(QMouseEvent* event) override;
   void resizeEvent(QResizeEvent* event) override;
 
  private:
   void show_screen(ScreenCode code);
-  void place(Screen& screen);
   void menu_clicked(int index);
   void open_highlighted();
   /// @return whether the window took the key.
-  bool handle_key(int key);
+  bool handle_key(const QKeyEvent& event);
+  void follow_mouse(QObject* receiver, const QMouseEvent& event);
+  void fit_panel();
 
   Services& services_;
+  QScrollArea* panel_area_;  ///< scrolls where the window is smaller than the panel needs
   MenuColumn* menu_;
   std::array<Screen*, MenuState::entry_count> screens_;
   ScreenCode screen_code_ = ScreenCode::none;

@@ -8,7 +8,8 @@
 #include <QPaintEvent>
 #include <QPainter>
 #include <QPainterPath>
-#include <QStyleOptionFocusRect>
+
+#include <algorithm>
 
 namespace {
 
@@ -92,7 +93,7 @@ void MenuEntry::enterEvent(QEnterEvent* event) {
 void MenuEntry::mouseMoveEvent(QMouseEvent* event) {
   Q_EMIT mouse_over();
   QAbstractButton::mouseMoveEvent(event);
-  event->accept();  // the column beneath must not take it for a move over itself
+  event->accept();  // nothing beneath must take it for a move over itself
 }
 
 void MenuEntry::keyPressEvent(QKeyEvent* event) {
@@ -105,7 +106,6 @@ void MenuEntry::keyPressEvent(QKeyEvent* event) {
 
 MenuColumn::MenuColumn(const QStringList& captions, QWidget* parent) : QWidget(parent) {
   setObjectName(QStringLiteral("menu"));
-  setMouseTracking(true);
   for (int index = 0; index < captions.size(); ++index) {
     auto* const entry = new MenuEntry(captions[index], this);
     connect(entry, &MenuEntry::clicked, this, [this, index] { Q_EMIT entry_clicked(index); });
@@ -118,6 +118,15 @@ MenuColumn::MenuColumn(const QStringList& captions, QWidget* parent) : QWidget(p
   pointer_ = new PointerImage(this);
   place_entries();
   show_state();
+}
+
+QSize MenuColumn::minimumSizeHint() const {
+  QSize size;
+  for (const MenuEntry* const entry : entries_) {
+    size =
+        QSize(std::max(size.width(), entry->sizeHint().width()), size.height() + entry->sizeHint().height());
+  }
+  return size;
 }
 
 void MenuColumn::select(int index) {
@@ -175,7 +184,7 @@ void MenuColumn::paintEvent(QPaintEvent* event) {
   QPainter(this).fillRect(event->rect(), teal);
 }
 
-void MenuColumn::mouseMoveEvent(QMouseEvent* event) {
+void MenuColumn::leaveEvent(QEvent* event) {
   mouse_over_background();
-  event->accept();
+  QWidget::leaveEvent(event);
 }

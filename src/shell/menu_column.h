@@ -39,6 +39,7 @@ class MenuColumn : public QWidget {
   MenuColumn(const QStringList& captions, QWidget* parent);
 
   [[nodiscard]] const MenuState& state() const { return state_; }
+  [[nodiscard]] QSize minimumSizeHint() const override;
   [[nodiscard]] MenuEntry* entry(int index) const { return entries_.at(static_cast<std::size_t>(index)); }
 
   void select(int index);
@@ -53,7 +54,8 @@ class MenuColumn : public QWidget {
  protected:
   void paintEvent(QPaintEvent* event) override;
   void resizeEvent(QResizeEvent* event) override;
-  void mouseMoveEvent(QMouseEvent* event) override;
+  /// The mouse has left the menu, for the panel or for another window.
+  void leaveEvent(QEvent* event) override;
 
  private:
   void place_entries();

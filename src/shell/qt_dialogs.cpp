@@ -55,18 +55,23 @@ QString obstacle(const QString& name) {
 
 }  // namespace
 
+/// A window closed during a blocking write is told only now; it must not find itself behind a box.
+void QtDialogs::honour_a_close() {
+  pump_.sleep(std::chrono::milliseconds(1));
+}
+
 void QtDialogs::message(std::string_view text) {
-  pump_.throw_if_closing();
+  honour_a_close();
   show_box(text, QMessageBox::Ok);
 }
 
 bool QtDialogs::ask(std::string_view text) {
-  pump_.throw_if_closing();
+  honour_a_close();
   return show_box(text, QMessageBox::Yes | QMessageBox::No) == QMessageBox::Yes;
 }
 
 FileAnswer QtDialogs::choose_open_file(const FileRequest& request) {
-  pump_.throw_if_closing();
+  honour_a_close();
   QFileDialog dialog(QApplication::activeWindow(), text_of(request.title));
   dialog.setAcceptMode(QFileDialog::AcceptOpen);
   dialog.setFileMode(QFileDialog::ExistingFile);
@@ -76,7 +81,7 @@ FileAnswer QtDialogs::choose_open_file(const FileRequest& request) {
 }
 
 FileAnswer QtDialogs::choose_save_file(const FileRequest& request) {
-  pump_.throw_if_closing();
+  honour_a_close();
   QFileDialog dialog(QApplication::activeWindow(), text_of(request.title));
   dialog.setAcceptMode(QFileDialog::AcceptSave);
   dialog.setFileMode(QFileDialog::AnyFile);

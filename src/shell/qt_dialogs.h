@@ -14,5 +14,7 @@ class QtDialogs : public Dialogs {
   FileAnswer choose_save_file(const FileRequest& request) override;
 
  private:
+  void honour_a_close();
+
   EventPump& pump_;
 };

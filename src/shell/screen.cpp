@@ -23,7 +23,6 @@ QString name_of_caption(const QString& caption) {
 Screen::Screen(const char* object_name, Services& services, QWidget* parent)
     : QWidget(parent), services_(services) {
   setObjectName(QLatin1String(object_name));
-  setMouseTracking(true);
   hide();
 }
 
@@ -41,14 +40,4 @@ QPushButton* Screen::add_button(const QString& caption, std::function<void()> ha
 void Screen::focusInEvent(QFocusEvent* event) {
   QWidget::focusInEvent(event);
   focusNextChild();
-}
-
-void Screen::enterEvent(QEnterEvent* event) {
-  Q_EMIT mouse_over();
-  QWidget::enterEvent(event);
-}
-
-void Screen::mouseMoveEvent(QMouseEvent* event) {
-  Q_EMIT mouse_over();
-  QWidget::mouseMoveEvent(event);
 }

@@ -22,10 +22,6 @@ class Screen : public QWidget {
   [[nodiscard]] virtual QPushButton* start_button() const { return nullptr; }
   [[nodiscard]] virtual QPushButton* stop_button() const { return nullptr; }
 
- Q_SIGNALS:
-  /// The mouse is over the panel.
-  void mouse_over();
-
  protected:
   /// A button that runs `handler` when pressed. Without an object name it is named after its caption:
   /// "Red Led On" is red_led_on.
@@ -35,8 +31,6 @@ class Screen : public QWidget {
 
   /// The panel itself takes no focus: its first control does.
   void focusInEvent(QFocusEvent* event) override;
-  void enterEvent(QEnterEvent* event) override;
-  void mouseMoveEvent(QMouseEvent* event) override;
 
  private:
   Services& services_;

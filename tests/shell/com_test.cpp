@@ -3,6 +3,7 @@
 #include "shell/text_box.h"
 #include "support/window_bench.h"
 
+#include <QAccessible>
 #include <QClipboard>
 #include <QHelpEvent>
 #include <QRadioButton>
@@ -157,6 +158,28 @@ TEST(com, an_empty_address_stops_every_exchange_also_with_network_mode_off) {
   bench.dialogs.expect_message(no_address);
   bench.click("Red Led On");
   EXPECT_EQ(bench.port.written(), "");
+}
+
+TEST(com, pressing_the_chosen_option_through_the_accessibility_bus_or_by_space_reopens_the_port) {
+  WindowBench bench;
+  auto* const option = bench.find<QRadioButton>("comm_port_0");
+  QAccessible::queryAccessibleInterface(option)->actionInterface()->doAction(
+      QAccessibleActionInterface::pressAction());
+  EXPECT_TRUE(QTest::qWaitFor([&bench] { return bench.port.opened_with.size() == 2; }));
+  QTest::keyClick(option, Qt::Key_Space);
+  EXPECT_EQ(bench.port.opened_with.size(), 3U);
+}
+
+TEST(com, an_open_port_tells_how_it_is_open_to_eyes_and_to_assistive_clients) {
+  WindowBench bench;
+  choose(bench, "parity_1");
+  auto* const option = bench.find<QRadioButton>("comm_port_0");
+  EXPECT_EQ(option->toolTip(), QStringLiteral("/dev/fake1, open at 9600,E,8,1"));
+  EXPECT_EQ(option->accessibleDescription(), option->toolTip());
+  option->clearFocus();
+  bench.port.hang_up();
+  option->setFocus();
+  EXPECT_EQ(option->toolTip(), QStringLiteral("/dev/fake1"));
 }
 
 TEST(com, a_tool_tip_tells_the_device_and_why_it_did_not_open) {

@@ -5,6 +5,8 @@
 
 #include <QLineEdit>
 #include <QRadioButton>
+#include <QScreen>
+#include <QScrollArea>
 
 namespace {
 
@@ -23,6 +25,11 @@ int visible_screens(WindowBench& bench) {
     count += bench.window.screen(entry.code)->isVisible() ? 1 : 0;
   }
   return count;
+}
+
+QRect place_in_window(WindowBench& bench, const char* name) {
+  QWidget* const widget = bench.find(name);
+  return {widget->mapTo(&bench.window, QPoint(0, 0)), widget->size()};
 }
 
 void press(WindowBench& bench, Qt::Key key) {
@@ -117,11 +124,11 @@ TEST(main_window, menu_entries_are_stacked_without_gaps_on_teal) {
 TEST(main_window, panels_fill_the_window_right_of_the_menu_and_follow_its_size) {
   WindowBench bench;
   const int left = twips_to_pixels(2370, bench.window);
-  EXPECT_EQ(bench.find("com")->geometry(),
+  EXPECT_EQ(place_in_window(bench, "com"),
             QRect(left, 0, bench.window.width() - left, bench.window.height()));
   bench.window.resize(bench.window.size() + QSize(80, 60));
   QCoreApplication::processEvents();
-  EXPECT_EQ(bench.find("com")->geometry(),
+  EXPECT_EQ(place_in_window(bench, "com"),
             QRect(left, 0, bench.window.width() - left, bench.window.height()));
 }
 
@@ -163,9 +170,24 @@ TEST(main_window, up_and_down_never_move_an_option_not_even_at_the_ends_of_the_m
   WindowBench bench;
   bench.find("comm_port_0")->setFocus();
   press(bench, Qt::Key_Up);  // the first entry is selected: there is nowhere to go
-  press(bench, Qt::Key_Down);
+  bench.find("comm_port_0")->setFocus();
+  for (int step = 0; step < 20; ++step) {
+    press(bench, Qt::Key_Down);
+  }
+  EXPECT_EQ(bench.window.menu().state().hovered(), MenuState::entry_count - 1);
   EXPECT_TRUE(bench.find<QRadioButton>("comm_port_0")->isChecked());
   EXPECT_EQ(bench.port.opened_with.size(), 1U);
+}
+
+TEST(main_window, up_and_down_reach_no_box_either) {
+  WindowBench bench;
+  auto* const box = bench.find<QLineEdit>("reader_address");
+  box->setText(QStringLiteral("12"));
+  box->setFocus();
+  press(bench, Qt::Key_Up);
+  press(bench, Qt::Key_Down);
+  EXPECT_EQ(bench.window.focusWidget(), box);
+  EXPECT_EQ(box->cursorPosition(), 2);
 }
 
 TEST(main_window, no_menu_keys_while_the_terminal_shows) {
@@ -222,10 +244,73 @@ TEST(main_window, enter_opens_a_screen_without_asking_the_busy_flags) {
 
 TEST(main_window, f1_and_f2_do_nothing_on_other_screens) {
   WindowBench bench;
-  bench.click_menu(diag_index);
-  press(bench, Qt::Key_F1);
-  press(bench, Qt::Key_F2);
+  for (int index = 0; index < MenuState::entry_count; ++index) {
+    bench.click_menu(index);
+    const ScreenCode code = bench.window.screen_code();
+    if (code == ScreenCode::test || code == ScreenCode::prottest || code == ScreenCode::term) {
+      continue;
+    }
+    press(bench, Qt::Key_F1);
+    press(bench, Qt::Key_F2);
+    EXPECT_EQ(bench.port.written(), "") << index;
+    EXPECT_EQ(bench.window.screen_code(), code);
+  }
+}
+
+TEST(main_window, an_enter_held_down_opens_a_screen_and_starts_nothing_on_it) {
+  WindowBench bench;
+  for (int step = 0; step < diag_index; ++step) {
+    press(bench, Qt::Key_Down);
+  }
+  press(bench, Qt::Key_Return);
+  ASSERT_EQ(bench.window.screen_code(), ScreenCode::diag);
+  for (int repeat = 0; repeat < 5; ++repeat) {
+    QKeyEvent event(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier, QStringLiteral("\r"), true);
+    QCoreApplication::sendEvent(bench.window.focusWidget(), &event);
+  }
   EXPECT_EQ(bench.port.written(), "");
+}
+
+TEST(main_window, a_mouse_that_leaves_the_menu_for_another_window_leaves_no_highlight) {
+  WindowBench bench;
+  QTest::mouseMove(bench.window.menu().entry(4));
+  ASSERT_EQ(bench.window.menu().state().hovered(), 4);
+  QEvent leave(QEvent::Leave);
+  QCoreApplication::sendEvent(&bench.window.menu(), &leave);
+  bench.find("reader_address")->setFocus();
+  press(bench, Qt::Key_Return);
+  EXPECT_EQ(bench.window.screen_code(), ScreenCode::com);
+}
+
+TEST(main_window, mouse_over_a_frame_or_a_control_of_the_panel_takes_the_highlight_away) {
+  WindowBench bench;
+  for (const char* name : {"baud_rate", "reader_address", "comm_port_2"}) {
+    press(bench, Qt::Key_Down);
+    ASSERT_NE(bench.window.menu().state().hovered(), std::nullopt);
+    QWidget* const widget = bench.find(name);
+    const QPoint place = widget->mapTo(&bench.window, widget->rect().center());
+    QTest::mouseMove(bench.window.windowHandle(), place);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(bench.window.menu().state().hovered(), std::nullopt) << name;
+  }
+}
+
+TEST(main_window, a_panel_that_does_not_fit_scrolls_to_its_last_control) {
+  WindowBench bench;
+  bench.click_menu(1);
+  bench.window.resize(bench.window.minimumSize());
+  auto* const area = bench.window.findChild<QScrollArea*>();
+  EXPECT_GE(area->widget()->height(), bench.find("vellsetup")->minimumSizeHint().height());
+  QWidget* const last = bench.button("19200 Baud");
+  last->setFocus();
+  area->ensureWidgetVisible(last);
+  EXPECT_TRUE(area->viewport()->rect().contains(last->mapTo(area->viewport(), last->rect().center())));
+}
+
+TEST(main_window, starts_no_larger_than_the_screen) {
+  WindowBench bench;
+  EXPECT_LE(bench.window.width(), bench.window.QWidget::screen()->availableSize().width());
+  EXPECT_LE(bench.window.height(), bench.window.QWidget::screen()->availableSize().height());
 }
 
 TEST(main_window, changing_screens_keeps_the_port_open_and_stops_the_terminal) {
