@@ -6,7 +6,9 @@
 #include <QDir>
 #include <QFile>
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QMessageBox>
+#include <QTemporaryFile>
 
 namespace {
 
@@ -38,19 +40,20 @@ std::filesystem::path chosen_in(const QFileDialog& dialog) {
 }
 
 /// Why a file cannot be written there; empty when it can. It is tried, because permissions alone tell too
-/// little; what was there stays as it was.
+/// little: the folder takes a new file, and a file that is there opens. Nothing that was there changes.
 QString obstacle(const QString& name) {
+  QTemporaryFile beside(QFileInfo(name).absolutePath() + QStringLiteral("/tarvos-XXXXXX"));
   QFile file(name);
-  const bool was_there = file.exists();
-  if (!file.open(QIODevice::ReadWrite | QIODevice::Append)) {
-    return QStringLiteral("%1 cannot be written: %2\nChoose another place.")
-        .arg(QDir::toNativeSeparators(name), file.errorString());
+  QString why;
+  if (!beside.open()) {
+    why = beside.errorString();
+  } else if (QFileInfo::exists(name) &&
+             !file.open(QIODevice::ReadWrite | QIODevice::Append | QIODevice::ExistingOnly)) {
+    why = file.errorString();
   }
-  file.close();
-  if (!was_there) {
-    file.remove();
-  }
-  return {};
+  return why.isEmpty() ? QString()
+                       : QStringLiteral("%1 cannot be written: %2\nChoose another place.")
+                             .arg(QDir::toNativeSeparators(name), why);
 }
 
 }  // namespace
@@ -60,14 +63,24 @@ void QtDialogs::honour_a_close() {
   pump_.sleep(std::chrono::milliseconds(1));
 }
 
+/// Shows the dialog. One that the closing of the program has ended was not answered at all.
+bool QtDialogs::accepted(QDialog& dialog) {
+  const bool yes = dialog.exec() == QDialog::Accepted;
+  pump_.throw_if_closing();
+  return yes;
+}
+
 void QtDialogs::message(std::string_view text) {
   honour_a_close();
   show_box(text, QMessageBox::Ok);
+  pump_.throw_if_closing();
 }
 
 bool QtDialogs::ask(std::string_view text) {
   honour_a_close();
-  return show_box(text, QMessageBox::Yes | QMessageBox::No) == QMessageBox::Yes;
+  const bool yes = show_box(text, QMessageBox::Yes | QMessageBox::No) == QMessageBox::Yes;
+  pump_.throw_if_closing();
+  return yes;
 }
 
 FileAnswer QtDialogs::choose_open_file(const FileRequest& request) {
@@ -76,8 +89,8 @@ FileAnswer QtDialogs::choose_open_file(const FileRequest& request) {
   dialog.setAcceptMode(QFileDialog::AcceptOpen);
   dialog.setFileMode(QFileDialog::ExistingFile);
   set_up(dialog, request);
-  return dialog.exec() == QDialog::Accepted ? FileAnswer{true, chosen_in(dialog)}
-                                            : FileAnswer{false, std::filesystem::path(request.file_name)};
+  return accepted(dialog) ? FileAnswer{true, chosen_in(dialog)}
+                          : FileAnswer{false, std::filesystem::path(request.file_name)};
 }
 
 FileAnswer QtDialogs::choose_save_file(const FileRequest& request) {
@@ -86,7 +99,7 @@ FileAnswer QtDialogs::choose_save_file(const FileRequest& request) {
   dialog.setAcceptMode(QFileDialog::AcceptSave);
   dialog.setFileMode(QFileDialog::AnyFile);
   set_up(dialog, request);
-  while (dialog.exec() == QDialog::Accepted) {
+  while (accepted(dialog)) {
     const QString why = obstacle(dialog.selectedFiles().value(0));
     if (why.isEmpty()) {
       return {true, chosen_in(dialog)};

@@ -3,6 +3,8 @@
 #include "link/dialogs.h"
 #include "link/event_pump.h"
 
+class QDialog;
+
 /// The boxes of the running program, modal over the window that has the focus.
 class QtDialogs : public Dialogs {
  public:
@@ -15,6 +17,7 @@ class QtDialogs : public Dialogs {
 
  private:
   void honour_a_close();
+  bool accepted(QDialog& dialog);
 
   EventPump& pump_;
 };

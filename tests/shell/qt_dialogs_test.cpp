@@ -6,6 +6,7 @@
 #include <QDir>
 #include <QFile>
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QPushButton>
@@ -125,4 +126,39 @@ TEST(qt_dialogs, a_place_that_cannot_be_written_is_told_and_the_dialog_stays_ope
   EXPECT_TRUE(told.contains(QStringLiteral("/proc/mine.txt cannot be written"))) << told.toStdString();
   EXPECT_TRUE(answer.accepted);
   EXPECT_EQ(answer.name.filename(), std::filesystem::path("mine.txt"));
+}
+
+TEST(qt_dialogs, a_file_dialog_ended_by_the_closing_of_the_program_answers_nothing) {
+  Bench bench;
+  bench.when_open<QFileDialog>([&](QFileDialog& dialog) {
+    bench.pump.close_program();
+    dialog.reject();
+  });
+  EXPECT_THROW((void)bench.dialogs.choose_save_file({"Upload Log", "uploadlog.txt"}), ProgramClosing);
+}
+
+TEST(qt_dialogs, trying_a_place_leaves_its_files_as_they_were) {
+  Bench bench;
+  const QTemporaryDir folder;
+  const QString old_file = folder.filePath(QStringLiteral("old.txt"));
+  {
+    QFile file(old_file);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write("kept");
+  }
+  const QString link = folder.filePath(QStringLiteral("link.txt"));
+  ASSERT_TRUE(QFile::link(folder.filePath(QStringLiteral("not there yet")), link));
+  for (const QString& name : {old_file, link}) {
+    bench.when_open<QFileDialog>([&](QFileDialog& dialog) {
+      dialog.setOption(QFileDialog::DontConfirmOverwrite);
+      set_name(dialog, name);
+      static_cast<QDialog&>(dialog).accept();
+    });
+    EXPECT_TRUE(bench.dialogs.choose_save_file({"Upload Log", "uploadlog.txt"}).accepted);
+  }
+  QFile file(old_file);
+  ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+  EXPECT_EQ(file.readAll(), QByteArray("kept"));
+  EXPECT_TRUE(QFileInfo(link).isSymLink());
+  EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files | QDir::System).join(u' '), QStringLiteral("link.txt old.txt"));
 }
