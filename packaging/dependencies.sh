@@ -13,7 +13,7 @@ wayland_packages=(qt6-wayland)
 test_packages=(libgtest-dev)
 # The developers' checks. The formatter and the linter are pinned: another version judges differently.
 check_packages=(clang-format-14 clang-tidy-14 shellcheck desktop-file-utils appstream mandoc libxml2-utils)
-# The benchmarks (TARVOS_BENCH=ON).
+# The benchmarks (the preset bench).
 bench_packages=(libbenchmark-dev)
 
 # ensure_packages PURPOSE PACKAGE...: installs what is missing. Asks dpkg only when nothing is.

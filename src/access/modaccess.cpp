@@ -127,13 +127,12 @@ bool ModAccess::eventFilter(QObject* receiver, QEvent* event) {
   }
   const int key = static_cast<QKeyEvent*>(event)->key();
   const bool onward = is_enter(key) || key == Qt::Key_Down;
-  if (onward && receiver == id_) {
+  const bool back = key == Qt::Key_Up;
+  if ((onward && receiver == id_) || (back && receiver == schedule_)) {
     name_->setFocus();
   } else if (onward && receiver == name_) {
     schedule_->setFocus();
-  } else if (key == Qt::Key_Up && receiver == schedule_) {
-    name_->setFocus();
-  } else if (key == Qt::Key_Up && receiver == name_) {
+  } else if (back && receiver == name_) {
     id_->setFocus();
   } else {
     return is_enter(key) || QDialog::eventFilter(receiver, event);
