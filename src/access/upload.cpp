@@ -77,6 +77,11 @@ Transfers::UploadEnd Transfers::upload_records(const UploadKind& kind, const Sta
   std::string reply;
   // The status line has room for five digits, the counter for more: no length of a log ends an upload.
   for (int count = 0;;) {
+    if (!link_.network_mode()) {
+      // Nothing marks the beginning of a plain reply: what a disturbed one has left behind would be taken for
+      // the next, and every reply after it for the one before, without an end.
+      link_.clearcomm();
+    }
     link_.write_frame(kind.record_request);
     if (!link_.getinput(reply, longest_record, kind.reply_time_out, true, true)) {
       return UploadEnd::time_out;
