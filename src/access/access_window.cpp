@@ -73,6 +73,7 @@ void AccessWindow::load() {
   changed_ = false;
   sorted_column_ = -1;
   view_->horizontalHeader()->setSortIndicatorShown(false);
+  view_->setFocus();
 }
 
 void AccessWindow::open_file() {

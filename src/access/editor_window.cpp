@@ -12,6 +12,7 @@ void EditorWindow::open() {
     load();
     show();
   }
+  setWindowState(windowState() & ~Qt::WindowMinimized);
   raise();
   activateWindow();
 }

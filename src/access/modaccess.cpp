@@ -1,5 +1,6 @@
 #include "access/modaccess.h"
 
+#include "access/row_text.h"
 #include "shell/text_box.h"
 
 #include <QFormLayout>
@@ -14,15 +15,6 @@ constexpr int schedule_digits = 2;
 
 bool is_enter(int key) {
   return key == Qt::Key_Return || key == Qt::Key_Enter;
-}
-
-/// A line end in a text copied from a table would break the file's line in two.
-void drop_line_ends(QLineEdit& box, const QString& text) {
-  QString one_line = text;
-  one_line.remove(u'\r').remove(u'\n');
-  if (one_line != text) {
-    box.setText(one_line);
-  }
 }
 
 }  // namespace
@@ -55,7 +47,7 @@ TextBox* ModAccess::add_box(const char* object_name, const char* label, int maxi
   const KeyFilter filter = maximum_length == 0 ? KeyFilter::none : KeyFilter::digits;
   auto* const box = new TextBox(object_name, QLatin1String(label), maximum_length, filter, this);
   box->installEventFilter(this);
-  connect(box, &QLineEdit::textChanged, this, [box](const QString& text) { drop_line_ends(*box, text); });
+  keep_to_one_line(*box);
   return box;
 }
 

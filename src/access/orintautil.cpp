@@ -29,10 +29,7 @@ QString text_of(std::string_view utf8) {
 }  // namespace
 
 OrintautilScreen::OrintautilScreen(Services& services, QWidget* parent)
-    : Screen("orintautil", services, parent),
-      access_(new AccessWindow(services, this)),
-      schedules_(new ScheduleWindow(services, this)),
-      progress_(new QLabel) {
+    : Screen("orintautil", services, parent), progress_(new QLabel) {
   auto* const heading = new QLabel(QStringLiteral("Orin/Orinta Utilities"));
   heading->setFont(fonts::serif(16));
   progress_->setObjectName(QStringLiteral("progress"));
@@ -79,7 +76,7 @@ QGroupBox* OrintautilScreen::access_list_group() {
            QStringLiteral("Clear"), [this, &transfers] { transfers.clear(access_list_clear, status_); },
            "access_list_clear"),
        add_button(
-           QStringLiteral("Edit/Modify"), [this] { access_->open(); }, "access_list_edit")});
+           QStringLiteral("Edit/Modify"), [this] { open_editor(access_); }, "access_list_edit")});
 }
 
 QGroupBox* OrintautilScreen::log_group() {
@@ -94,12 +91,13 @@ QGroupBox* OrintautilScreen::log_group() {
 }
 
 QGroupBox* OrintautilScreen::schedules_group() {
-  return group_of("Schedules",
-                  {add_button(
-                       QStringLiteral("Download"),
-                       [this] { services().transfers.download_schedules(status_); }, "schedules_download"),
-                   add_button(
-                       QStringLiteral("Edit/Modify"), [this] { schedules_->open(); }, "schedules_edit")});
+  return group_of(
+      "Schedules",
+      {add_button(
+           QStringLiteral("Download"), [this] { services().transfers.download_schedules(status_); },
+           "schedules_download"),
+       add_button(
+           QStringLiteral("Edit/Modify"), [this] { open_editor(schedules_); }, "schedules_edit")});
 }
 
 QGroupBox* OrintautilScreen::note() {

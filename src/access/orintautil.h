@@ -23,9 +23,17 @@ class OrintautilScreen : public Screen {
   QGroupBox* log_group();
   QGroupBox* schedules_group();
   QGroupBox* note();
+  template <typename Window>
+  void open_editor(Window*& window) {
+    if (window == nullptr) {
+      window = new Window(services(), this);
+    }
+    window->open();
+  }
 
-  AccessWindow* access_;
-  ScheduleWindow* schedules_;
+  // Made when they are first asked for: the program's start does not wait for them.
+  AccessWindow* access_ = nullptr;
+  ScheduleWindow* schedules_ = nullptr;
   QLabel* progress_;
   StatusLine status_;
 };

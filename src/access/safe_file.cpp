@@ -16,7 +16,7 @@ namespace {
 }  // namespace
 
 std::string shown_name(const std::filesystem::path& path) {
-  return QString::fromStdU16String(path.u16string()).toStdString();
+  return QString::fromStdU16String(std::filesystem::path(path).make_preferred().u16string()).toStdString();
 }
 
 void replace_file(const std::filesystem::path& path, std::string_view bytes) {

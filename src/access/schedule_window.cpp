@@ -26,6 +26,7 @@ TextBox* time_box(const char* day, const char* what, const char* object_name, st
   // No limit to what is typed: the file takes the first four characters.
   auto* const box = new TextBox(name.toLatin1().constData(), label, 0, KeyFilter::none);
   box->set_width_in_characters(time_digits + 2);
+  keep_to_one_line(*box);
   return box;
 }
 

@@ -2,6 +2,8 @@
 
 #include "access/editor_bench.h"
 
+#include <QClipboard>
+#include <QGuiApplication>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
@@ -106,6 +108,14 @@ TEST_F(ScheduleEditorWindow, the_time_boxes_take_anything) {
   open_fresh();
   type("start_time_3", "ab:12345");
   EXPECT_EQ(box("start_time_3")->text(), QStringLiteral("ab:12345"));
+}
+
+TEST_F(ScheduleEditorWindow, a_pasted_line_end_does_not_get_into_the_file) {
+  open_fresh();
+  box("start_time_0")->selectAll();
+  QGuiApplication::clipboard()->setText(QStringLiteral("08\r\n00\n"));
+  box("start_time_0")->paste();
+  EXPECT_EQ(box("start_time_0")->text(), QStringLiteral("0800"));
 }
 
 TEST_F(ScheduleEditorWindow, enter_in_the_number_box_shows_that_schedule) {
