@@ -53,10 +53,7 @@ std::size_t index_of(ScreenCode code) {
 }  // namespace
 
 MainWindow::MainWindow(Services& services)
-    : services_(services),
-      panel_area_(new QScrollArea(this)),
-      menu_(new MenuColumn(captions(), this)),
-      screens_{} {
+    : services_(services), panel_area_(new QScrollArea(this)), menu_(new MenuColumn(captions(), this)) {
   setObjectName(QStringLiteral("Tarvos"));
   setWindowTitle(QLatin1String(title));
   auto* const panels = new QWidget;

@@ -68,6 +68,6 @@ class MainWindow : public QWidget {
   Services& services_;
   QScrollArea* panel_area_;  ///< scrolls where the window is smaller than the panel needs
   MenuColumn* menu_;
-  std::array<Screen*, MenuState::entry_count> screens_;
+  std::array<Screen*, MenuState::entry_count> screens_{};
   ScreenCode screen_code_ = ScreenCode::none;
 };

@@ -65,13 +65,7 @@ Box* add_box(QGridLayout& grid, std::size_t step, std::size_t column) {
 
 ProfileWindow::ProfileWindow(Services& services, CurrentProfile& profile,
                              std::function<void()> profile_changed, QWidget* parent)
-    : QDialog(parent),
-      services_(services),
-      profile_(profile),
-      profile_changed_(std::move(profile_changed)),
-      captions_{},
-      commands_{},
-      waits_{} {
+    : QDialog(parent), services_(services), profile_(profile), profile_changed_(std::move(profile_changed)) {
   setObjectName(QStringLiteral("profile"));
   setWindowTitle(QStringLiteral("Test Profile"));
   auto* const heading = new QLabel(QStringLiteral("User Profile for Hardware Test"));

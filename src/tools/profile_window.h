@@ -36,7 +36,7 @@ class ProfileWindow : public QDialog {
   Services& services_;
   CurrentProfile& profile_;
   std::function<void()> profile_changed_;
-  Column captions_;
-  Column commands_;
-  Column waits_;
+  Column captions_{};
+  Column commands_{};
+  Column waits_{};
 };

@@ -160,5 +160,6 @@ TEST(qt_dialogs, trying_a_place_leaves_its_files_as_they_were) {
   ASSERT_TRUE(file.open(QIODevice::ReadOnly));
   EXPECT_EQ(file.readAll(), QByteArray("kept"));
   EXPECT_TRUE(QFileInfo(link).isSymLink());
-  EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files | QDir::System).join(u' '), QStringLiteral("link.txt old.txt"));
+  EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files | QDir::System).join(u' '),
+            QStringLiteral("link.txt old.txt"));
 }
