@@ -58,7 +58,7 @@ class RealBench {
   void let_pass(milliseconds time) {
     wait_until([] { return false; }, time);
   }
-  static milliseconds slack() { return 400ms; }
+  static milliseconds slack() { return 1500ms; }  // for a busy machine
 
  private:
   readersim::PtyServer server_;
@@ -304,10 +304,10 @@ constexpr FaultRow fault_rows[]{
     {"double 3", true, true},
     {"garbage-at 8 1", true, true},
     {"pause 1 40", true, true},
-    {"pause 1 250", false, false, 250ms},
-    {"pause 6 160", true, false, 160ms},
+    {"pause 1 400", false, false, 400ms},
+    {"pause 6 300", true, false, 300ms},
     {"late 40", true, true},
-    {"late 250", false, false, 250ms},
+    {"late 400", false, false, 400ms},
     {"mishear 9", false, false},
     {"other-address 9", true, true},
 };
