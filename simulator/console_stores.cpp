@@ -40,7 +40,7 @@ bool set_own(Reader& reader, const std::string& name, const std::string& value, 
   } else if (name == "mode") {
     set_mode(reader, value);
   } else if (name == "baud") {
-    reader.format.baud = number(value, 1200, 19200);
+    reader.format.baud = baud_rate(value);
   } else if (name == "format") {
     set_format(reader.format, value);
   } else if (name == "identification") {

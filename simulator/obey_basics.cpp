@@ -1,7 +1,5 @@
 #include "simulator/command.h"
 
-#include <array>
-
 namespace readersim {
 namespace {
 
@@ -125,11 +123,10 @@ Verdict set_data_format(Reader& reader, const Command&, std::string_view argumen
 }
 
 Verdict set_baud(Reader& reader, const Command&, std::string_view argument, TimePoint) {
-  constexpr std::array rates{1200, 2400, 4800, 9600, 19200};  // the digits 3 to 7
   if (argument[0] < '3' || argument[0] > '7') {
     return {};
   }
-  reader.format.baud = rates.at(static_cast<std::size_t>(argument[0] - '3'));
+  reader.format.baud = baud_rates.at(static_cast<std::size_t>(argument[0] - '3'));
   return done(std::to_string(reader.format.baud) + " baud");
 }
 

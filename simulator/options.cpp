@@ -33,6 +33,8 @@ printed with its time, direction (pc > reader, reader > pc), bytes and meaning.
                     same N (1)
   --script FILE     obey the console commands in FILE; there, "wait 2.5" waits
                     seconds and "repeat" starts again from the top
+  --control PATH    obey what is written to a named pipe made at PATH, as
+                    from the console: echo swipe 0 4711 > PATH
   --no-console      leave standard input alone
   --quiet           print no traffic
   --name NAME       put NAME in front of every line
@@ -70,14 +72,6 @@ std::vector<int> addresses(const std::string& list) {
     at = end + 1;
   }
   return result;
-}
-
-int baud_rate(const std::string& word) {
-  const int rate = number(word, 1200, 19200);
-  if (rate != 1200 && rate != 2400 && rate != 4800 && rate != 9600 && rate != 19200) {
-    throw Mistake("the baud rates are 1200, 2400, 4800, 9600 and 19200");
-  }
-  return rate;
 }
 
 Family family(const std::string& name) {
@@ -130,6 +124,8 @@ void set_value(Options& options, const std::string& word, const std::string& val
     options.clock = clock(value);
   } else if (word == "--seed") {
     options.line.seed = static_cast<std::uint32_t>(number(value, 0, INT32_MAX));
+  } else if (word == "--control") {
+    options.control = value;
   } else if (word == "--script") {
     options.script = value;
   } else if (word == "--name") {

@@ -19,6 +19,7 @@ struct Options {
   std::optional<std::string> clock;  ///< YYMMDDhhmmssD; without it the time of this computer
   std::string link;                  ///< a symbolic link to keep to the pseudo-terminal
   std::string script;                ///< a file of console commands
+  std::string control;               ///< a named pipe to make and read for commands
   bool console = true;               ///< whether standard input is read for commands
   bool demo = false;                 ///< whether the readers hold something from the start
   bool quiet = false;                ///< whether traffic is left out of what is printed

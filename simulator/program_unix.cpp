@@ -9,7 +9,11 @@
 #include <fcntl.h>
 #include <fstream>
 #include <iterator>
+#include <sys/stat.h>
+#include <system_error>
 #include <unistd.h>
+#include <utility>
+#include <vector>
 
 namespace readersim {
 namespace {
@@ -55,14 +59,16 @@ std::string script_text(const std::string& file) {
   return {std::istreambuf_iterator<char>{stream}, {}};
 }
 
-/// Standard input, line by line.
+/// A place where commands come from, line by line.
 class Input {
  public:
+  explicit Input(int descriptor) : descriptor_(descriptor) {}
+  [[nodiscard]] int descriptor() const { return descriptor_; }
   /// Reads what is there and hands on whole lines. False at the end.
   template <typename Obey>
   bool read(Obey obey) {
     std::array<char, 1024> some{};
-    const ssize_t count = ::read(STDIN_FILENO, some.data(), some.size());
+    const ssize_t count = ::read(descriptor_, some.data(), some.size());
     if (count < 0 && (errno == EINTR || errno == EAGAIN)) {
       return true;
     }
@@ -77,7 +83,37 @@ class Input {
   }
 
  private:
+  int descriptor_;
   std::string pending_;
+};
+
+/// A named pipe that others write commands to; it goes away with the object.
+class Control {
+ public:
+  explicit Control(std::string path) : path_(std::move(path)) {
+    if (path_.empty()) {
+      return;
+    }
+    if (::mkfifo(path_.c_str(), S_IRUSR | S_IWUSR) != 0) {
+      throw std::system_error{errno, std::generic_category(), path_};
+    }
+    // Open for writing too, so that it does not end when one writer has gone and the next is to come.
+    descriptor_ = ::open(path_.c_str(), O_RDWR | O_NONBLOCK | O_CLOEXEC);
+  }
+  ~Control() {
+    if (!path_.empty()) {
+      ::close(descriptor_);
+      ::unlink(path_.c_str());
+    }
+  }
+  Control(const Control&) = delete;
+  Control& operator=(const Control&) = delete;
+  /// -1 when there is none.
+  [[nodiscard]] int descriptor() const { return descriptor_; }
+
+ private:
+  std::string path_;
+  int descriptor_ = -1;
 };
 
 class Printer {
@@ -102,21 +138,30 @@ class Printer {
 int run_program(const Options& options) {
   const Printer print{options.name};
   const int asked_to_end = catch_signals();
+  const Control control{options.control};
   Server server{options, script_text(options.script), print};
   print(options.link.empty() ? server.path() : server.path() + " as " + options.link);
-  std::vector<int> others{asked_to_end};
+  std::vector<Input> inputs;
   if (options.console) {
-    others.push_back(STDIN_FILENO);
+    inputs.emplace_back(STDIN_FILENO);
   }
-  Input input;
+  if (control.descriptor() >= 0) {
+    inputs.emplace_back(control.descriptor());
+  }
   while (!server.quit()) {
+    std::vector<int> others{asked_to_end};
+    for (const Input& input : inputs) {
+      others.push_back(input.descriptor());
+    }
     for (const int ready : server.round(others, std::chrono::seconds{60})) {
       if (ready == asked_to_end) {
         return 0;
       }
-      if (!input.read([&](const std::string& line) { print(server.console(line)); })) {
-        others.pop_back();
-      }
+      // The end of an input is not the end of the program.
+      std::erase_if(inputs, [&](Input& input) {
+        return input.descriptor() == ready &&
+               !input.read([&](const std::string& line) { print(server.console(line)); });
+      });
     }
   }
   return 0;

@@ -155,8 +155,8 @@ void PseudoTerminal::plug() {
     return;
   }
   parts_->open();
-  parts_->place_link();
   parts_->start_watch();
+  parts_->place_link();  // last: whoever waits for the link finds everything ready
 }
 
 void PseudoTerminal::unplug() {

@@ -6,12 +6,16 @@
 #include "simulator/settings.h"
 #include "simulator/time_point.h"
 
+#include <array>
 #include <deque>
 #include <string>
 #include <string_view>
 #include <vector>
 
 namespace readersim {
+
+/// The speeds a reader can be set to, in the order of the commands that do so.
+inline constexpr std::array baud_rates{1200, 2400, 4800, 9600, 19200};
 
 enum class DataFormat { eight_none, seven_even, seven_odd };
 

@@ -1,5 +1,7 @@
 #include "simulator/words.h"
 
+#include "simulator/reader.h"
+
 #include <charconv>
 
 namespace readersim {
@@ -58,6 +60,15 @@ std::string unescape(std::string_view text) {
     i += 3;
   }
   return result;
+}
+
+int baud_rate(const std::string& word) {
+  for (const int rate : baud_rates) {
+    if (word == std::to_string(rate)) {
+      return rate;
+    }
+  }
+  throw Mistake("the baud rates are 1200, 2400, 4800, 9600 and 19200");
 }
 
 bool on_or_off(const std::string& word) {

@@ -20,6 +20,8 @@ class Mistake : public std::runtime_error {
 [[nodiscard]] int number(const std::string& word, int low, int high);
 /// The text with \xHH as the byte of that code and \\ as one backslash; throws Mistake.
 [[nodiscard]] std::string unescape(std::string_view text);
+/// The word as one of the baud rates; throws Mistake when it is none.
+[[nodiscard]] int baud_rate(const std::string& word);
 /// "on" true, "off" false; throws Mistake for anything else.
 [[nodiscard]] bool on_or_off(const std::string& word);
 

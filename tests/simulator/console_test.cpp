@@ -111,6 +111,7 @@ TEST_F(ConsoleTest, set_changes_parameters_by_the_name_that_show_gives_them) {
 
 TEST_F(ConsoleTest, set_refuses_what_a_reader_does_not_have) {
   EXPECT_EQ(say("set 5 age 1 7"), "? this reader has no \"age 1 7\", see show\n");
+  EXPECT_EQ(say("set 5 baud 9601"), "? the baud rates are 1200, 2400, 4800, 9600 and 19200\n");
   EXPECT_EQ(say("set 5 mode 2"), "? the modes of this reader are 135\n");
   EXPECT_EQ(say("set 5 format 8E"), "? a format is 8N, 7E or 7O\n");
   EXPECT_EQ(say("set 5 protocol maybe"), "? \"maybe\" is neither on nor off\n");

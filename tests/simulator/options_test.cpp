@@ -24,10 +24,27 @@ TEST(Options, are_one_reader_on_a_plain_line_when_none_is_given) {
 }
 
 TEST(Options, take_every_word_with_its_value_behind_it_or_an_equals_sign) {
-  const Options options =
-      parse_options({"--family", "Ferro Kesh", "--network=1,5,20-22,5", "--link", "/tmp/x", "--baud=19200",
-                     "--pace", "--delay", "0", "--clock", "0104151305097", "--demo", "--seed", "42",
-                     "--script=a=b", "--no-console", "--quiet", "--name", "Com Port 3"});
+  const Options options = parse_options({"--family",
+                                         "Ferro Kesh",
+                                         "--network=1,5,20-22,5",
+                                         "--link",
+                                         "/tmp/x",
+                                         "--baud=19200",
+                                         "--pace",
+                                         "--delay",
+                                         "0",
+                                         "--clock",
+                                         "0104151305097",
+                                         "--demo",
+                                         "--seed",
+                                         "42",
+                                         "--script=a=b",
+                                         "--control",
+                                         "/tmp/c",
+                                         "--no-console",
+                                         "--quiet",
+                                         "--name",
+                                         "Com Port 3"});
   EXPECT_EQ(options.family, Family::ferro_kesh);
   EXPECT_EQ(options.network, (std::vector<int>{1, 5, 20, 21, 22}));
   EXPECT_EQ(options.link, "/tmp/x");
@@ -38,6 +55,7 @@ TEST(Options, take_every_word_with_its_value_behind_it_or_an_equals_sign) {
   EXPECT_TRUE(options.demo);
   EXPECT_EQ(options.line.seed, 42U);
   EXPECT_EQ(options.script, "a=b");
+  EXPECT_EQ(options.control, "/tmp/c");
   EXPECT_FALSE(options.console);
   EXPECT_TRUE(options.quiet);
   EXPECT_EQ(options.name, "Com Port 3");
@@ -76,9 +94,10 @@ TEST(Options, help_teaches_every_option_family_and_command) {
   EXPECT_TRUE(parse_options({"-h"}).help);
   EXPECT_TRUE(parse_options({"--version"}).version);
   const std::string text = readersim::usage();
-  for (const char* word : {"--family", "--network", "--link", "--baud", "--pace", "--delay", "--clock",
-                           "--demo", "--seed", "--script", "--no-console", "--quiet", "--name", "--help",
-                           "--version", "Glint Kesh", "swipe A TEXT", "drop-ack", "protocol mode"}) {
+  for (const char* word :
+       {"--family", "--network", "--link",     "--baud",       "--pace",       "--delay",      "--clock",
+        "--demo",   "--seed",    "--script",   "--control",    "--no-console", "--quiet",      "--name",
+        "--help",   "--version", "Glint Kesh", "swipe A TEXT", "drop-ack",     "protocol mode"}) {
     EXPECT_NE(text.find(word), std::string::npos) << word;
   }
   for (std::size_t at = 0; at < text.size(); at = text.find('\n', at) + 1) {

@@ -201,6 +201,28 @@ TEST(Readersim, runs_a_script) {
   std::filesystem::remove(file);
 }
 
+TEST(Readersim, obeys_what_one_writer_after_another_puts_into_its_control_pipe) {
+  const std::string pipe = scratch("control");
+  Program program{{"--no-console", "--control", pipe, "--family", "Quor"}};
+  program.output_with("/dev/");
+  std::ofstream{pipe} << "swipe 0 4711\n";
+  program.output_with("\"4711\" collected");
+  std::ofstream{pipe} << "swipe 0 4712\nquit\n";
+  program.output_with("\"4712\" collected");
+  EXPECT_EQ(program.ending(), 0);
+  EXPECT_FALSE(std::filesystem::exists(pipe));
+}
+
+TEST(Readersim, does_not_take_an_existing_file_for_its_control_pipe) {
+  const std::string file = scratch("control");
+  std::ofstream{file} << "precious";
+  Program program{{"--control", file}};
+  program.output_with("\n");
+  EXPECT_EQ(program.ending(), 1);
+  EXPECT_EQ(std::filesystem::file_size(file), 8U);
+  std::filesystem::remove(file);
+}
+
 TEST(Readersim, tells_a_mistake_on_its_command_line_and_exits_2) {
   Program program{{"--family", "Karn"}};
   EXPECT_NE(program.output_with("--help").find("no family \"Karn\""), std::string::npos);
