@@ -35,6 +35,7 @@ class PtyServer {
   /// Calls look(Line&, TimePoint now) while nothing else touches the line.
   template <typename Look>
   auto with_line(Look look) {
+    const Wake wake{*this};
     return server_.with_line(std::move(look));
   }
   /// Everything heard, sent and noted so far, the newest 20,000 at least.
@@ -46,6 +47,15 @@ class PtyServer {
   void replug() { console("replug"); }
 
  private:
+  /// Makes the thread look again when it goes: something may be due sooner now.
+  struct Wake {
+    PtyServer& server;
+    explicit Wake(PtyServer& of) : server(of) {}
+    Wake(const Wake&) = delete;
+    Wake& operator=(const Wake&) = delete;
+    ~Wake() { server.wake(); }
+  };
+
   void run();
   void wake();
 

@@ -56,9 +56,8 @@ void PtyServer::wake() {
 }
 
 std::string PtyServer::console(std::string_view line) {
-  std::string said = server_.console(line);
-  wake();  // something may be due sooner now, or the descriptors may be others
-  return said;
+  const Wake wake{*this};
+  return server_.console(line);
 }
 
 Reader PtyServer::reader(int address) {

@@ -141,6 +141,21 @@ TEST(PtyServer, replaces_a_stale_link_but_no_other_file) {
   std::filesystem::remove(options.link);
 }
 
+TEST(PtyServer, what_a_test_does_to_the_line_takes_effect_at_once) {
+  PtyServer server{Family::vell};
+  const ProgramEnd program{server.path()};
+  std::this_thread::sleep_for(a_while);
+  server.with_line([](readersim::Line& line, readersim::TimePoint now) {
+    return line.swipe(*line.find(0), "4711", now).accepted;
+  });
+  EXPECT_TRUE(bytes_equal(program.read(5, 2s), "4711\r"));
+  server.with_line([](readersim::Line& line, readersim::TimePoint now) {
+    line.hang_up(now);
+    return 0;
+  });
+  EXPECT_TRUE(program.hung_up(2s));
+}
+
 TEST(PtyServer, gives_a_copy_of_a_reader_and_single_values) {
   PtyServer server{Family::orin};
   EXPECT_EQ(server.reader(0).family, Family::orin);
