@@ -4,6 +4,7 @@
 #include "config/diag.h"
 #include "config/vellsetup.h"
 #include "shell/com.h"
+#include "tools/asciichart.h"
 #include "tools/hardware_test.h"
 #include "tools/prottest.h"
 #include "tools/term.h"
@@ -21,7 +22,6 @@ constexpr char keshsetup[] = "keshsetup";
 constexpr char quorsetup[] = "quorsetup";
 constexpr char symbology[] = "symbology";
 constexpr char keshutil[] = "keshutil";
-constexpr char asciichart[] = "asciichart";
 constexpr char general[] = "general";
 
 /// The place of a screen that is still to come.
@@ -45,6 +45,6 @@ const std::array<ScreenEntry, MenuState::entry_count> screen_table{{
     {"Diagnostics", "diag", ScreenCode::diag, make<DiagScreen>},
     {"Orin/Orinta Utilities", "orintautil", ScreenCode::orintautil, make<OrintautilScreen>},
     {"Kesh/Quor Utilities", "keshutil", ScreenCode::keshutil, make_empty<keshutil>},
-    {"ASCII Chart", "asciichart", ScreenCode::asciichart, make_empty<asciichart>},
+    {"ASCII Chart", "asciichart", ScreenCode::asciichart, make<AsciichartScreen>},
     {"General Info", "general", ScreenCode::general, make_empty<general>},
 }};

@@ -1,0 +1,57 @@
+#include "tools/asciichart.h"
+
+#include "shell/code_page.h"
+#include "shell/fonts.h"
+#include "tools/drawn_text.h"
+
+#include <QLabel>
+#include <QVBoxLayout>
+
+#include <cstdio>
+
+namespace {
+
+constexpr int codes = 256;
+constexpr int first_printable = 0x20;
+constexpr int caret_offset = 64;
+constexpr int row_length = 73;  // characters
+constexpr int row_count = 33;   // the rows below an empty line
+constexpr qreal points = 9;
+
+std::string cell(int code) {
+  char numbers[] = "000 00 ";
+  std::snprintf(numbers, sizeof numbers, "%03d %02X ", code, code);
+  const std::string character = code < first_printable
+                                    ? std::string{'^', static_cast<char>(code + caret_offset)}
+                                    : std::string{static_cast<char>(code)};
+  return numbers + character + ' ';
+}
+
+}  // namespace
+
+std::array<std::string, 32> chart_rows() {
+  std::array<std::string, 32> rows;
+  for (int code = 0; code < codes; ++code) {
+    rows.at(static_cast<std::size_t>(code) % rows.size()) += cell(code);
+  }
+  return rows;
+}
+
+AsciichartScreen::AsciichartScreen(Services& services, QWidget* parent)
+    : Screen("asciichart", services, parent) {
+  auto* const heading = new QLabel(QStringLiteral("ASCII Chart"));
+  heading->setFont(fonts::serif(16));
+  auto* const layout = new QVBoxLayout(this);
+  layout->addWidget(heading, 0, Qt::AlignHCenter);
+  chart_ = new DrawnText("chart", heading->text(), fonts::fixed(points));
+  chart_->setMinimumSize(chart_->size_for(row_length, row_count));
+  layout->addWidget(chart_, 1);
+}
+
+void AsciichartScreen::entered() {
+  chart_->clear();
+  chart_->end_line();
+  for (const std::string& row : chart_rows()) {
+    chart_->print(code_page::from_dos_437(row), Qt::black);
+  }
+}
