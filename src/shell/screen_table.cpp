@@ -4,6 +4,7 @@
 #include "config/diag.h"
 #include "config/vellsetup.h"
 #include "shell/com.h"
+#include "shell/general.h"
 #include "tools/asciichart.h"
 #include "tools/hardware_test.h"
 #include "tools/prottest.h"
@@ -22,7 +23,6 @@ constexpr char keshsetup[] = "keshsetup";
 constexpr char quorsetup[] = "quorsetup";
 constexpr char symbology[] = "symbology";
 constexpr char keshutil[] = "keshutil";
-constexpr char general[] = "general";
 
 /// The place of a screen that is still to come.
 template <const char* name>
@@ -46,5 +46,5 @@ const std::array<ScreenEntry, MenuState::entry_count> screen_table{{
     {"Orin/Orinta Utilities", "orintautil", ScreenCode::orintautil, make<OrintautilScreen>},
     {"Kesh/Quor Utilities", "keshutil", ScreenCode::keshutil, make_empty<keshutil>},
     {"ASCII Chart", "asciichart", ScreenCode::asciichart, make<AsciichartScreen>},
-    {"General Info", "general", ScreenCode::general, make_empty<general>},
+    {"General Info", "general", ScreenCode::general, make<GeneralScreen>},
 }};

@@ -10,6 +10,7 @@
 
 #include <QGridLayout>
 #include <QGroupBox>
+#include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
 #include <QVBoxLayout>
@@ -32,42 +33,46 @@ HardwareTestScreen::HardwareTestScreen(Services& services, QWidget* parent)
   steps_->setWordWrap(true);
   steps_->setAlignment(Qt::AlignTop | Qt::AlignLeft);
   (new QVBoxLayout(steps_group))->addWidget(steps_, 1);
-  grid->addWidget(steps_group, 3, 0);
+  grid->addWidget(steps_group, 4, 0);
 
   auto* const output_group = new QGroupBox(QStringLiteral("Reader"));
   output_ = new TerminalView("Text29", output_group->title(), TerminalView::LongLines::scroll, output_group);
   (new QVBoxLayout(output_group))->addWidget(output_);
-  grid->addWidget(output_group, 3, 1);
+  grid->addWidget(output_group, 4, 1);
   grid->setColumnStretch(0, 1);
   grid->setColumnStretch(1, 2);
-  grid->setRowStretch(3, 1);
+  grid->setRowStretch(4, 1);
 }
 
 void HardwareTestScreen::add_controls(QGridLayout& grid) {
-  auto* const row = new QGridLayout;
-  // The two blanks in the first two captions are meant.
-  start_ = add_button(QStringLiteral("F1  Start"), [this] { start(); });
-  stop_ = add_button(QStringLiteral("F2  Stop"), [this] { hardware_test_.stop(); });
-  row->addWidget(start_, 0, 0);
-  row->addWidget(stop_, 0, 1);
-  row->addWidget(add_button(QStringLiteral("Profiles"), [this] { edit_profiles(); }), 0, 2);
-  row->addWidget(add_button(QStringLiteral("Clear"), [this] { output_->clear(); }), 0, 3);
   delay_ = new TextBox("Text28", QStringLiteral("Continuous Test Delay"), 0, KeyFilter::digits, this);
   delay_->setText(QStringLiteral("0"));
   delay_->set_width_in_characters(6);
   auto* const label = new QLabel(delay_->accessibleName());
   label->setBuddy(delay_);
-  row->addWidget(label, 1, 0, 1, 2);
-  row->addWidget(delay_, 1, 2);
-  row->addWidget(new QLabel(QStringLiteral("ms; 0 runs once")), 1, 3);
-  grid.addLayout(row, 1, 0, 1, 2, Qt::AlignHCenter);
+  auto* const delay_row = new QHBoxLayout;
+  delay_row->addWidget(label);
+  delay_row->addWidget(delay_);
+  delay_row->addWidget(new QLabel(QStringLiteral("ms (0 runs once)")));
+  delay_row->addStretch();
+  grid.addLayout(delay_row, 1, 0, 1, 2);
+
+  // The two blanks in the first two captions are meant.
+  start_ = add_button(QStringLiteral("F1  Start"), [this] { start(); });
+  stop_ = add_button(QStringLiteral("F2  Stop"), [this] { hardware_test_.stop(); });
+  auto* const buttons = new QHBoxLayout;
+  buttons->addWidget(start_);
+  buttons->addWidget(stop_);
+  buttons->addWidget(add_button(QStringLiteral("Profiles"), [this] { edit_profiles(); }));
+  buttons->addWidget(add_button(QStringLiteral("Clear"), [this] { output_->clear(); }));
+  grid.addLayout(buttons, 2, 0, 1, 2);
 
   profile_label_ = new QLabel(this);
   profile_label_->setObjectName(QStringLiteral("current_profile"));
   profile_label_->setTextFormat(Qt::PlainText);
   profile_label_->setWordWrap(true);
   profile_label_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
-  grid.addWidget(profile_label_, 2, 0, 1, 2);
+  grid.addWidget(profile_label_, 3, 0, 1, 2);
 }
 
 void HardwareTestScreen::entered() {
