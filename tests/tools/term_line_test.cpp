@@ -1,0 +1,190 @@
+// The terminal on a real port: a pseudo-terminal with the test at its far end.
+
+#include "link/qt_event_pump.h"
+#include "link/qt_serial_port.h"
+#include "shell/main_window.h"
+#include "shell/program.h"
+#include "support/pty_bench.h"
+#include "tools/terminal_typing.h"
+
+#include <QAbstractEventDispatcher>
+#include <QApplication>
+#include <QElapsedTimer>
+#include <QTest>
+#include <QTimer>
+
+#include <thread>
+
+namespace {
+
+using namespace std::chrono_literals;
+
+/// The whole window on a pseudo-terminal, with the terminal on show.
+struct LineBench {
+  Pty line;
+  ScopedVariable port_1{"TARVOS_COM1", line.device()};
+  QtSerialPort port;
+  QtEventPump pump{port};
+  ScriptedDialogs dialogs{&pump};
+  Program program{port, pump, dialogs};
+  MainWindow window{program.services()};
+  TypingBox* typing = window.findChild<TypingBox*>(QStringLiteral("Text7"));
+  TerminalView* received = window.findChild<TerminalView*>(QStringLiteral("Text1"));
+
+  LineBench() {
+    window.start_up();
+    window.show();
+    window.activateWindow();
+    EXPECT_TRUE(QTest::qWaitForWindowActive(&window));
+    EXPECT_TRUE(program.services().link.comopen());
+    QTest::mouseClick(window.menu().entry(5), Qt::LeftButton);
+  }
+};
+
+std::string all_bytes() {
+  std::string bytes;
+  for (int code = 0; code < 256; ++code) {
+    bytes += static_cast<char>(code);
+  }
+  return bytes;
+}
+
+/// Milliseconds that `count` batches of a tick's size take to be shown, painting included.
+qint64 time_to_show(TerminalView& view, int count) {
+  const ReceivedLines batch{std::string(4096, 'x')};
+  QElapsedTimer timer;
+  timer.start();
+  for (int index = 0; index < count; ++index) {
+    view.append(batch);
+    view.viewport()->repaint();
+  }
+  return timer.elapsed();
+}
+
+}  // namespace
+
+TEST(term_line, what_is_typed_reaches_the_far_end_and_its_answer_is_shown) {
+  LineBench bench;
+  QTest::keyClicks(bench.typing, QStringLiteral("V"));
+  QTest::keyClick(bench.typing, Qt::Key_Return);
+  QTest::keyClick(bench.typing, Qt::Key_F9);
+  QTest::keyClick(bench.typing, Qt::Key_F10);
+  EXPECT_TRUE(bytes_equal(bench.line.read(4), "V\r\0\x80"_bytes));
+  bench.line.write("Orin\r\x06");
+  EXPECT_TRUE(wait_until([&] { return bench.received->content().size() == 8; }));
+  EXPECT_EQ(bench.received->content().lines(), (std::vector<std::string>{"Orin", "^6\x06"}));
+}
+
+TEST(term_line, every_byte_value_passes_in_both_directions) {
+  LineBench bench;
+  for (int code = 0; code < 256; ++code) {
+    QTest::keyPress(bench.typing, Qt::Key_Alt);
+    for (const QChar digit : QString::number(code)) {
+      QTest::keyClick(bench.typing, static_cast<Qt::Key>(digit.unicode()), Qt::KeypadModifier);
+    }
+    QTest::keyRelease(bench.typing, Qt::Key_Alt);
+  }
+  EXPECT_TRUE(bytes_equal(bench.line.read(256), all_bytes()));
+  EXPECT_TRUE(bytes_equal(bench.typing->content().lines().front(), all_bytes()));
+
+  ReceivedLines expected(1);
+  for (const char byte : all_bytes()) {
+    append_received(expected, byte);
+  }
+  bench.line.write(all_bytes());
+  EXPECT_TRUE(wait_until([&] { return bench.received->content().lines() == expected; }));
+}
+
+TEST(term_line, a_line_of_a_megabyte_without_a_break_costs_no_more_than_an_empty_one) {
+  TerminalView view("box", QStringLiteral("Box"), TerminalView::LongLines::scroll);
+  view.resize(600, 300);
+  view.show();
+  ASSERT_TRUE(QTest::qWaitForWindowExposed(&view));
+  const qint64 at_first = time_to_show(view, 50);
+  while (view.content().size() < 1024 * 1024) {
+    view.append({std::string(4096, 'x')});
+  }
+  const qint64 at_last = time_to_show(view, 50);
+  RecordProperty("first_50_ms", static_cast<int>(at_first));
+  RecordProperty("last_50_ms", static_cast<int>(at_last));
+  EXPECT_LT(at_last, 2 * at_first + 100);
+  EXPECT_EQ(view.content().line_count(), 1);
+}
+
+TEST(term_line, a_long_line_of_typed_text_stays_fast_too) {
+  TerminalView view("box", QStringLiteral("Box"), TerminalView::LongLines::wrap);
+  view.resize(600, 300);
+  view.show();
+  ASSERT_TRUE(QTest::qWaitForWindowExposed(&view));
+  view.append({std::string(1024 * 1024, 'x')});
+  EXPECT_LT(time_to_show(view, 50), 500);
+}
+
+TEST(term_line, a_flood_of_megabytes_is_shown_whole_and_never_stalls_the_window) {
+  LineBench bench;
+  constexpr std::size_t amount = 3 * 1024 * 1024;
+  std::thread far_end([&bench] {
+    const std::string piece(4096, 'x');
+    for (std::size_t written = 0; written < amount;) {
+      written += bench.line.write_some(std::string_view(piece).substr(0, amount - written));
+    }
+  });
+  // A heartbeat every 10 ms: as long as it comes, clicks are answered.
+  QElapsedTimer since_beat;
+  since_beat.start();
+  qint64 longest = 0;
+  QTimer heart;
+  QObject::connect(&heart, &QTimer::timeout, &heart,
+                   [&] { longest = std::max(longest, since_beat.restart()); });
+  heart.start(10);
+  EXPECT_TRUE(wait_until([&] { return bench.received->content().size() == static_cast<int>(amount); }, 60s));
+  far_end.join();
+  RecordProperty("longest_gap_ms", static_cast<int>(longest));
+  EXPECT_LT(longest, 300);
+  EXPECT_EQ(bench.received->content().line_count(), 1);
+}
+
+TEST(term_line, the_silent_terminal_wakes_hardly_ever) {
+  LineBench bench;
+  const int flash_time = QApplication::cursorFlashTime();
+  QApplication::setCursorFlashTime(0);  // the caret's blinking is not counted
+  bench.received->setFocus();
+  bench.typing->setFocus();
+  QTest::qWait(200);
+  int wakes = 0;
+  QObject counter;
+  QObject::connect(QAbstractEventDispatcher::instance(), &QAbstractEventDispatcher::awake, &counter,
+                   [&wakes] { ++wakes; });
+  QEventLoop loop;
+  QTimer::singleShot(2000, &loop, &QEventLoop::quit);
+  loop.exec();
+  QApplication::setCursorFlashTime(flash_time);
+  RecordProperty("wakes_in_two_seconds", wakes);
+  EXPECT_LE(wakes, 8);
+}
+
+TEST(term_line, pulling_the_adapter_leaves_the_terminal_silent_and_typing_harmless) {
+  LineBench bench;
+  bench.line.hang_up();
+  EXPECT_TRUE(wait_until([&] { return !bench.program.services().link.comopen(); }));
+  QTest::keyClicks(bench.typing, QStringLiteral("abc"));
+  EXPECT_EQ(bench.typing->content().size(), 0);
+}
+
+TEST(term_line, closing_the_window_under_a_flood_ends_it_at_once) {
+  LineBench bench;
+  std::atomic<bool> done = false;
+  std::thread far_end([&] {
+    while (!done) {
+      bench.line.write_some(std::string(4096, 'x'));
+    }
+  });
+  EXPECT_TRUE(wait_until([&] { return bench.received->content().size() > 20000; }, 10s));
+  QElapsedTimer timer;
+  timer.start();
+  QTimer::singleShot(0, &bench.window, [&] { bench.window.close(); });
+  EXPECT_TRUE(wait_until([&] { return !bench.program.services().link.comopen(); }, 10s));
+  EXPECT_LT(timer.elapsed(), 500);
+  done = true;
+  far_end.join();
+}
