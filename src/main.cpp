@@ -3,6 +3,7 @@
 #include "shell/main_window.h"
 #include "shell/program.h"
 #include "shell/qt_dialogs.h"
+#include "tools/terminal_qt_printer.h"
 
 #include <QApplication>
 
@@ -15,7 +16,8 @@ int main(int argc, char** argv) {
   QtSerialPort port;
   QtEventPump pump(port);
   QtDialogs dialogs(pump);
-  Program program(port, pump, dialogs);
+  QtPrinter printer;
+  Program program(port, pump, dialogs, printer);
   MainWindow window(program.services());
   QObject::connect(&window, &MainWindow::closed, &application, [] { QApplication::exit(0); });
   window.start_up();

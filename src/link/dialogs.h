@@ -10,11 +10,13 @@ enum class StartFolder {
   tarvos,   ///< the folder of the test profiles
 };
 
-/// A common file dialog over "Text (*.txt)|*.txt" with the default extension "txt".
+/// A common file dialog, as a rule over "Text (*.txt)|*.txt" with the default extension "txt".
 struct FileRequest {
   std::string_view title;
   std::string_view file_name;  ///< proposed
   StartFolder folder = StartFolder::current;
+  std::string_view filter = "Text (*.txt)";
+  std::string_view extension = "txt";  ///< added to a name that has none
 };
 
 struct FileAnswer {

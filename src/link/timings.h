@@ -34,7 +34,8 @@ inline constexpr milliseconds rest_of_reply_poll = 1ms;          ///< between lo
 inline constexpr milliseconds rest_of_poll_reply = 30ms;  ///< after the first character of a poll's reply
 
 // The terminal.
-inline constexpr milliseconds terminal_tick = 1ms;  ///< from an arriving byte to its display
+inline constexpr milliseconds terminal_tick = 1ms;      ///< from an arriving byte to its display
+inline constexpr milliseconds full_screen_tick = 20ms;  ///< the same in the full-screen terminal
 
 // The serial line.
 inline constexpr milliseconds write_margin = 500ms;  ///< beyond what a write needs at the port's speed

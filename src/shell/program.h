@@ -5,16 +5,16 @@
 #include <functional>
 #include <string>
 
-/// The state of one run and the services made of it, over a given port, event pump and dialogs.
+/// The state of one run and the services made of it, over a given port, event pump, dialogs and printer.
 class Program {
  public:
-  Program(SerialPort& port, EventPump& pump, Dialogs& dialogs)
+  Program(SerialPort& port, EventPump& pump, Dialogs& dialogs, Printer& printer)
       : link_(port, pump, dialogs, settings_),
         clicks_(pump, dialogs),
         receiver_(port, pump),
         transfers_(link_, pump, dialogs, busy_),
-        services_{port,      pump,  dialogs,        settings_,  link_,     clicks_,
-                  receiver_, busy_, record_length_, transfers_, checkline_} {}
+        services_{port,    pump,      dialogs, printer,        settings_,  link_,
+                  clicks_, receiver_, busy_,   record_length_, transfers_, checkline_} {}
 
   [[nodiscard]] Services& services() { return services_; }
 

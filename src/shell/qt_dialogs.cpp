@@ -30,8 +30,8 @@ void set_up(QFileDialog& dialog, const FileRequest& request) {
   if (!folder.empty()) {
     dialog.setDirectory(QString::fromStdU16String(folder.u16string()));
   }
-  dialog.setNameFilter(QStringLiteral("Text (*.txt)"));
-  dialog.setDefaultSuffix(QStringLiteral("txt"));
+  dialog.setNameFilter(text_of(request.filter));
+  dialog.setDefaultSuffix(text_of(request.extension));
   dialog.selectFile(text_of(request.file_name));
 }
 

@@ -8,6 +8,7 @@
 #include "link/event_pump.h"
 #include "link/reader_link.h"
 #include "link/serial_port.h"
+#include "tools/terminal_printer.h"
 #include "tools/terminal_receiver.h"
 
 #include <functional>
@@ -18,6 +19,7 @@ struct Services {
   SerialPort& port;
   EventPump& pump;
   Dialogs& dialogs;
+  Printer& printer;
   CommSettings& settings;
   ReaderLink& link;
   ClickRunner& clicks;

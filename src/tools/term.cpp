@@ -1,5 +1,6 @@
 #include "tools/term.h"
 
+#include "tools/fullterm.h"
 #include "tools/terminal_typing.h"
 
 #include <QHBoxLayout>
@@ -20,7 +21,7 @@ QLabel* label_of(QWidget* box) {
 }  // namespace
 
 TermScreen::TermScreen(Services& services, QWidget* parent) : Screen("term", services, parent) {
-  typing_ = new TypingBox("Text7", QStringLiteral("Terminal"), services.link, services.pump, this);
+  typing_ = new TypingBox("Text7", QStringLiteral("Terminal"), services, this);
   received_ = new TerminalView("Text1", QStringLiteral("Reader"), TerminalView::LongLines::scroll, this);
 
   auto* const layout = new QVBoxLayout(this);
@@ -38,7 +39,7 @@ QLayout* TermScreen::buttons() {
     received_->clear();
   }));
   // The two blanks are meant.
-  row->addWidget(add_button(QStringLiteral("Full  Screen"), [] {}));
+  row->addWidget(add_button(QStringLiteral("Full  Screen"), [this] { open_full_screen(); }));
   // Printing exists in the full-screen terminal alone; the button that says so is meant.
   row->addWidget(
       add_button(QStringLiteral("Print"), [this] { services().dialogs.message(printing_elsewhere); }));
@@ -48,6 +49,16 @@ QLayout* TermScreen::buttons() {
   hints->addWidget(new QLabel(QStringLiteral("F10 = READER ADDRESS")));
   row->addLayout(hints);
   return row;
+}
+
+TermScreen::~TermScreen() = default;
+
+/// A window of its own, not modal: both stay usable.
+void TermScreen::open_full_screen() {
+  if (!full_screen_) {
+    full_screen_ = std::make_unique<FullTermWindow>(services());
+  }
+  full_screen_->open();
 }
 
 void TermScreen::entered() {

@@ -2,6 +2,9 @@
 
 #include "shell/screen.h"
 
+#include <memory>
+
+class FullTermWindow;
 class QLayout;
 class TerminalView;
 class TypingBox;
@@ -12,12 +15,17 @@ class TermScreen : public Screen {
 
  public:
   TermScreen(Services& services, QWidget* parent);
+  ~TermScreen() override;
 
   void entered() override;
+  /// The second terminal; nothing before it was opened for the first time.
+  [[nodiscard]] FullTermWindow* full_screen() const { return full_screen_.get(); }
 
  private:
   QLayout* buttons();
+  void open_full_screen();
 
   TypingBox* typing_;
   TerminalView* received_;
+  std::unique_ptr<FullTermWindow> full_screen_;
 };

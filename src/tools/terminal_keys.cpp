@@ -181,6 +181,9 @@ void TerminalKeys::alt_released() {
   // Only a code that has digits is composed by the platform too.
   swallow_next_ = after_alt_code_ == AfterAltCode::character && !alt_code_.empty();
   const std::optional<char> byte = byte_of_alt_code(alt_code_);
+  if (byte) {
+    target_.before_alt_code();
+  }
   if (byte && target_.port_open()) {
     show_and_send(std::string_view(&*byte, 1), *byte);
   }
@@ -215,4 +218,9 @@ bool TerminalKeys::show_and_send(std::string_view item, char byte) {
 void TerminalKeys::focus_lost(bool by_the_window) {
   alt_held_ = false;
   ctrl_held_ = ctrl_held_ && !by_the_window;
+}
+
+void TerminalKeys::reset() {
+  focus_lost(true);
+  swallow_next_ = false;
 }

@@ -22,6 +22,8 @@ class KeyTarget {
   virtual void show_item(std::string_view item) = 0;
   /// Shows a character as typed text. CR comes here only where Enter begins a line.
   virtual void show_character(char byte) = 0;
+  /// An Alt code is about to be shown.
+  virtual void before_alt_code() {}
 };
 
 /// A key as the keyboard tells it.
@@ -60,6 +62,8 @@ class TerminalKeys {
   /// An Alt code that was begun is forgotten and sends nothing. Ctrl is kept, except when the whole window
   /// has lost the focus: its release then goes elsewhere.
   void focus_lost(bool by_the_window);
+  /// As if no key had been pressed yet.
+  void reset();
 
  private:
   bool character_key(const KeyFacts& facts);

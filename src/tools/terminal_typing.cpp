@@ -1,9 +1,8 @@
 #include "tools/terminal_typing.h"
 
-#include "link/event_pump.h"
 #include "link/frame.h"
-#include "link/reader_link.h"
 #include "link/timings.h"
+#include "shell/services.h"
 
 #include <QApplication>
 #include <QClipboard>
@@ -24,13 +23,12 @@ QString with_enter(QString text) {
 
 }  // namespace
 
-TypingBox::TypingBox(const char* object_name, const QString& accessible_name, ReaderLink& link,
-                     EventPump& pump, QWidget* parent)
+TypingBox::TypingBox(const char* object_name, const QString& accessible_name, Services& services,
+                     QWidget* parent)
     : TerminalView(object_name, accessible_name, LongLines::wrap, parent),
-      link_(link),
-      pump_(pump),
+      services_(services),
       keys_(*this, TerminalKeys::CaretKeys::tab_and_enter),
-      typist_(pump.make_ticker(timings::terminal_tick, [this] { type_some(); })) {
+      typist_(services.pump.make_ticker(timings::terminal_tick, [this] { type_some(); })) {
   setAttribute(Qt::WA_InputMethodEnabled);
   setInputMethodHints(Qt::ImhMultiLine | Qt::ImhNoAutoUppercase | Qt::ImhNoPredictiveText);
 }
@@ -38,15 +36,15 @@ TypingBox::TypingBox(const char* object_name, const QString& accessible_name, Re
 TypingBox::~TypingBox() = default;
 
 bool TypingBox::port_open() const {
-  return link_.comopen();
+  return services_.link.comopen();
 }
 
 std::uint8_t TypingBox::address_byte() const {
-  return link_.address_byte();
+  return services_.link.address_byte();
 }
 
 bool TypingBox::send(char byte) {
-  return link_.write(std::string_view(&byte, 1));
+  return services_.link.write(std::string_view(&byte, 1));
 }
 
 /// At the end, wherever the caret stands.
@@ -61,6 +59,11 @@ void TypingBox::show_character(char byte) {
   } else {
     insert(caret(), std::string_view(&byte, 1));
   }
+}
+
+/// Of no use to this screen, and meant: the display of the protocol test is cleared when it is full.
+void TypingBox::before_alt_code() {
+  services_.checkline();
 }
 
 void TypingBox::erase_selection() {
@@ -138,7 +141,7 @@ void TypingBox::hideEvent(QHideEvent* event) {
 
 void TypingBox::type(const QString& text) {
   to_type_ += with_enter(text);
-  if (pump_.pausing()) {
+  if (services_.pump.pausing()) {
     typist_->start();  // its ticks wait for the end of the pause
   } else if (!typist_->running()) {
     type_some();

@@ -5,9 +5,8 @@
 
 #include <memory>
 
-class EventPump;
-class ReaderLink;
 class Ticker;
+struct Services;
 
 /// The box of the terminal in which every key goes out on the line at once. What it shows can be edited
 /// with the caret's keys and Delete; that sends nothing.
@@ -15,7 +14,7 @@ class TypingBox : public TerminalView, private KeyTarget {
   Q_OBJECT
 
  public:
-  TypingBox(const char* object_name, const QString& accessible_name, ReaderLink& link, EventPump& pump,
+  TypingBox(const char* object_name, const QString& accessible_name, Services& services,
             QWidget* parent = nullptr);
   ~TypingBox() override;
 
@@ -44,12 +43,12 @@ class TypingBox : public TerminalView, private KeyTarget {
   bool send(char byte) override;
   void show_item(std::string_view item) override;
   void show_character(char byte) override;
+  void before_alt_code() override;
   void erase_selection();
   void edit(QKeyEvent& event);
   void type_some();
 
-  ReaderLink& link_;
-  EventPump& pump_;
+  Services& services_;
   TerminalKeys keys_;
   QString to_type_;
   std::unique_ptr<Ticker> typist_;

@@ -3,6 +3,7 @@
 #include "shell/program.h"
 #include "support/fake_port.h"
 #include "support/scripted_dialogs.h"
+#include "support/test_printer.h"
 #include "support/test_pump.h"
 
 #include <QAction>
@@ -46,7 +47,8 @@ struct EditorBench {
   TestPump pump;
   FakePort port{pump};
   ScriptedDialogs dialogs{&pump};
-  Program program{port, pump, dialogs};
+  TestPrinter printer;
+  Program program{port, pump, dialogs, printer};
   Window window{program.services(), nullptr};
 
   EditorBench() {

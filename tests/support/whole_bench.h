@@ -9,6 +9,7 @@
 #include "support/pty.h"
 #include "support/pty_bench.h"
 #include "support/scripted_dialogs.h"
+#include "support/test_printer.h"
 
 #include <QPushButton>
 #include <QTest>
@@ -23,7 +24,8 @@ struct WholeBench {
   QtSerialPort port;
   QtEventPump pump{port};
   ScriptedDialogs dialogs{&pump};
-  Program program{port, pump, dialogs};
+  TestPrinter printer;
+  Program program{port, pump, dialogs, printer};
   MainWindow window{program.services()};
 
   template <typename... Arguments>

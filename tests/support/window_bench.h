@@ -5,6 +5,7 @@
 #include "support/bytes.h"
 #include "support/fake_port.h"
 #include "support/scripted_dialogs.h"
+#include "support/test_printer.h"
 #include "support/test_pump.h"
 
 #include <QApplication>
@@ -18,7 +19,8 @@ struct WindowBench {
   TestPump pump;
   FakePort port{pump};
   ScriptedDialogs dialogs{&pump};
-  Program program{port, pump, dialogs};
+  TestPrinter printer;
+  Program program{port, pump, dialogs, printer};
   MainWindow window{program.services()};
 
   explicit WindowBench(bool port_opens = true) {

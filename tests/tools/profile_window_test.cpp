@@ -6,6 +6,7 @@
 #include "support/bytes.h"
 #include "support/fake_port.h"
 #include "support/scripted_dialogs.h"
+#include "support/test_printer.h"
 
 #include <QPushButton>
 #include <QTemporaryDir>
@@ -18,7 +19,8 @@ struct EditorBench {
   TestPump pump;
   FakePort port{pump};
   ScriptedDialogs dialogs{&pump};
-  Program program{port, pump, dialogs};
+  TestPrinter printer;
+  Program program{port, pump, dialogs, printer};
   CurrentProfile profile{default_profile(), {}};
   int changes = 0;
   ProfileWindow editor{program.services(), profile, [this] { ++changes; }, nullptr};

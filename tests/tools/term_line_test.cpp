@@ -5,6 +5,7 @@
 #include "shell/main_window.h"
 #include "shell/program.h"
 #include "support/pty_bench.h"
+#include "support/test_printer.h"
 #include "tools/terminal_typing.h"
 
 #include <QAbstractEventDispatcher>
@@ -26,7 +27,8 @@ struct LineBench {
   QtSerialPort port;
   QtEventPump pump{port};
   ScriptedDialogs dialogs{&pump};
-  Program program{port, pump, dialogs};
+  TestPrinter printer;
+  Program program{port, pump, dialogs, printer};
   MainWindow window{program.services()};
   TypingBox* typing = window.findChild<TypingBox*>(QStringLiteral("Text7"));
   TerminalView* received = window.findChild<TerminalView*>(QStringLiteral("Text1"));

@@ -169,6 +169,14 @@ TEST(term, alt_without_digits_sends_nul) {
   EXPECT_EQ(bench.typed_lines(), Lines{"\0"_bytes});
 }
 
+TEST(term, an_alt_code_checks_the_lines_of_the_protocol_tests_display) {
+  TermBench bench;
+  int checks = 0;
+  bench.program.services().checkline = [&checks] { ++checks; };
+  bench.alt_code({Qt::Key_6, Qt::Key_5});
+  EXPECT_EQ(checks, 1);
+}
+
 TEST(term, leaving_the_box_while_alt_is_held_forgets_the_alt_code) {
   TermBench bench;
   QTest::keyPress(bench.typing, Qt::Key_Alt);
