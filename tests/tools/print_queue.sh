@@ -1,0 +1,72 @@
+#!/usr/bin/env bash
+# A print service of its own with one queue that prints to PDF, apart from the computer's printers.
+# usage: print_queue.sh FOLDER
+# Prints "ready" when the queue "Paper" takes jobs at FOLDER/socket, then serves until it is terminated.
+# Prints "skip REASON" where it cannot.
+set -euo pipefail
+
+folder=$1
+driver=/usr/share/ppd/cups-pdf/CUPS-PDF_opt.ppd
+packages=(cups cups-client printer-driver-cups-pdf poppler-utils)
+
+skip() {
+  echo "skip $*"
+  exit 0
+}
+
+missing() {
+  ! { command -v cupsd && command -v lpadmin && command -v pdftotext && [[ -e $driver ]]; } >/dev/null
+}
+
+[[ $(id -u) -eq 0 ]] || skip "only root can run a print service that prints to PDF"
+if missing; then
+  command -v apt-get >/dev/null || skip "these packages are missing, and there is no apt: ${packages[*]}"
+  export DEBIAN_FRONTEND=noninteractive
+  install=(apt-get install -y --no-install-recommends "${packages[@]}")
+  "${install[@]}" >&2 || { apt-get update >&2 && "${install[@]}" >&2; } || skip "apt cannot install ${packages[*]}"
+  ! missing || skip "the installed packages hold no print service"
+fi
+
+mkdir -p "$folder"/{conf,state,cache,spool,tmp,log}
+cat >"$folder/conf/cups-files.conf" <<TEXT
+ServerRoot $folder/conf
+StateDir $folder/state
+CacheDir $folder/cache
+RequestRoot $folder/spool
+TempDir $folder/tmp
+AccessLog $folder/log/access
+ErrorLog $folder/log/error
+PageLog $folder/log/page
+SystemGroup root
+TEXT
+cat >"$folder/conf/cupsd.conf" <<TEXT
+Listen $folder/socket
+Browsing No
+WebInterface No
+DefaultAuthType None
+<Location />
+  Order allow,deny
+  Allow all
+</Location>
+<Policy default>
+  <Limit All>
+    Order deny,allow
+  </Limit>
+</Policy>
+TEXT
+chmod -R a+rX "$folder"
+
+cupsd -f -c "$folder/conf/cupsd.conf" -s "$folder/conf/cups-files.conf" >&2 &
+service=$!
+trap 'kill "$service" 2>/dev/null; wait "$service" 2>/dev/null; exit 0' TERM INT
+for _ in {1..100}; do
+  [[ -S $folder/socket ]] && break
+  sleep 0.1
+done
+export CUPS_SERVER=$folder/socket
+if ! { lpadmin -p Paper -E -v cups-pdf:/ -P "$driver" -o PageSize=A4 && lpadmin -d Paper; } >&2; then
+  kill "$service"
+  skip "the print service does not start: $(tail -n 1 "$folder/log/error" 2>/dev/null)"
+fi
+echo ready
+wait "$service"
