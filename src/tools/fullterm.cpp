@@ -6,6 +6,7 @@
 #include "shell/services.h"
 #include "shell/twips.h"
 #include "tools/drawn_text.h"
+#include "tools/flag_guard.h"
 #include "tools/fullterm_print.h"
 
 #include <QInputMethodEvent>
@@ -172,14 +173,10 @@ void FullTermWindow::receive_some() {
 }
 
 void FullTermWindow::do_print() {
-  box_open_ = true;
-  try {
+  {
+    const FlagGuard guard(box_open_);
     print_captured(page_.captured(), services_.printer, services_.dialogs);
-  } catch (...) {
-    box_open_ = false;
-    throw;
   }
-  box_open_ = false;
   pop1_->setFocus();
 }
 

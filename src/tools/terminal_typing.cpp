@@ -134,8 +134,10 @@ void TypingBox::focusOutEvent(QFocusEvent* event) {
 
 /// Another screen works with the line now: what was still to be typed must not get between its frames.
 void TypingBox::hideEvent(QHideEvent* event) {
-  to_type_.clear();
-  typist_->stop();
+  if (!event->spontaneous()) {  // a minimized window still shows this screen
+    to_type_.clear();
+    typist_->stop();
+  }
   TerminalView::hideEvent(event);
 }
 

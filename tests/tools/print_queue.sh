@@ -55,6 +55,7 @@ DefaultAuthType None
 </Policy>
 TEXT
 chmod -R a+rX "$folder"
+chmod 1777 "$folder/tmp"
 
 cupsd -f -c "$folder/conf/cupsd.conf" -s "$folder/conf/cups-files.conf" >&2 &
 service=$!
@@ -64,7 +65,9 @@ for _ in {1..100}; do
   sleep 0.1
 done
 export CUPS_SERVER=$folder/socket
-if ! { lpadmin -p Paper -E -v cups-pdf:/ -P "$driver" -o PageSize=A4 && lpadmin -d Paper; } >&2; then
+# Of the ways to PostScript this is the one that keeps text readable and fonts named.
+if ! { lpadmin -p Paper -E -v cups-pdf:/ -P "$driver" -o PageSize=A4 -o pdftops-renderer-default=pdftocairo &&
+  lpadmin -d Paper; } >&2; then
   kill "$service"
   skip "the print service does not start: $(tail -n 1 "$folder/log/error" 2>/dev/null)"
 fi

@@ -6,14 +6,18 @@
 #include "shell/program.h"
 #include "support/pty_bench.h"
 #include "support/test_printer.h"
+#include "tools/fullterm.h"
+#include "tools/term.h"
 #include "tools/terminal_typing.h"
 
 #include <QAbstractEventDispatcher>
 #include <QApplication>
 #include <QElapsedTimer>
+#include <QPushButton>
 #include <QTest>
 #include <QTimer>
 
+#include <atomic>
 #include <thread>
 
 namespace {
@@ -163,6 +167,54 @@ TEST(term_line, the_silent_terminal_wakes_hardly_ever) {
   QApplication::setCursorFlashTime(flash_time);
   RecordProperty("wakes_in_two_seconds", wakes);
   EXPECT_LE(wakes, 8);
+}
+
+TEST(term_line, none_is_lost_and_none_shown_twice_while_both_terminals_hand_the_port_over) {
+  LineBench bench;
+  auto* const screen = static_cast<TermScreen*>(bench.window.screen(ScreenCode::term));
+  QTest::mouseClick(bench.window.findChild<QPushButton*>(QStringLiteral("full_screen")), Qt::LeftButton);
+  FullTermWindow& full = *screen->full_screen();
+  ASSERT_TRUE(QTest::qWaitForWindowActive(&full));
+
+  std::string sent;
+  for (int number = 0; sent.size() < 4000; ++number) {
+    sent += std::to_string(number) + ' ';
+  }
+  std::atomic<bool> done = false;
+  std::thread far_end([&] {
+    for (std::size_t place = 0; place < sent.size(); place += 3) {
+      bench.line.write(std::string_view(sent).substr(place, 3));
+      std::this_thread::sleep_for(1ms);
+    }
+    done = true;
+  });
+  // The full screen starts anew whenever it is activated: what it drew is collected just before.
+  std::string shown;
+  const auto terminal_text = [&bench] { return bench.received->text().toStdString(); };
+  const auto collect_page = [&] {
+    for (const char byte : full.captured()) {
+      shown += byte == '\xFF' ? "" : std::string(1, byte);
+    }
+  };
+  int switches = 0;
+  while (!done) {
+    const std::string before = terminal_text();
+    bench.window.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&bench.window));
+    QTest::qWait(17);
+    collect_page();
+    full.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&full));
+    shown += terminal_text().substr(before.size());
+    QTest::qWait(33);
+    ++switches;
+  }
+  far_end.join();
+  EXPECT_TRUE(wait_until([&] { return bench.program.services().link.bytes_waiting() == 0; }));
+  QTest::qWait(50);
+  collect_page();
+  EXPECT_GT(switches, 10);
+  EXPECT_TRUE(bytes_equal(shown, sent));
 }
 
 TEST(term_line, pulling_the_adapter_leaves_the_terminal_silent_and_typing_harmless) {
