@@ -2,6 +2,8 @@
 
 #include "shell/fonts.h"
 
+#include <QLabel>
+
 namespace {
 
 constexpr int spacing = 4;
@@ -24,13 +26,23 @@ QGridLayout* panel::make_grid(QWidget& screen, const QString& heading, int colum
 panel::Group panel::make_group(const QString& title, QWidget* parent) {
   auto* const frame = new QGroupBox(title, parent);
   auto* const grid = new QGridLayout(frame);
-  grid->setSpacing(spacing);
-  grid->setContentsMargins(frame_margin, frame_margin, frame_margin, frame_margin);
+  make_compact(*grid);
   return {frame, grid};
 }
 
-QLabel* panel::make_label(const QString& words, QWidget* box) {
-  auto* const label = new QLabel(words, box->parentWidget());
+void panel::make_compact(QLayout& layout) {
+  layout.setSpacing(spacing);
+  layout.setContentsMargins(frame_margin, frame_margin, frame_margin, frame_margin);
+}
+
+TextBox* panel::add_box(const Group& group, int row, const char* object_name, const QString& words,
+                        int maximum_length, KeyFilter filter) {
+  auto* const label = new QLabel(words, group.frame);
+  auto* const box = new TextBox(object_name, words, maximum_length, filter, group.frame);
   label->setBuddy(box);
-  return label;
+  box->set_width_in_characters(maximum_length);
+  group.grid->addWidget(label, row, 0);
+  group.grid->addWidget(box, row, 1);
+  group.grid->setColumnStretch(1, 1);
+  return box;
 }

@@ -1,8 +1,9 @@
 #pragma once
 
+#include "shell/text_box.h"
+
 #include <QGridLayout>
 #include <QGroupBox>
-#include <QLabel>
 #include <QString>
 
 /// The parts that the reader configuration screens are laid out with.
@@ -18,7 +19,11 @@ struct Group {
 };
 Group make_group(const QString& title, QWidget* parent);
 
-/// The words beside a box.
-QLabel* make_label(const QString& words, QWidget* box);
+/// Gives a layout the narrow margins and gaps of these screens.
+void make_compact(QLayout& layout);
+
+/// A box on a row of a frame, with the words that name it before it.
+TextBox* add_box(const Group& group, int row, const char* object_name, const QString& words,
+                 int maximum_length, KeyFilter filter);
 
 }  // namespace panel

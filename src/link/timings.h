@@ -33,6 +33,9 @@ inline constexpr milliseconds rest_of_reply_poll = 1ms;          ///< between lo
 // The protocol test.
 inline constexpr milliseconds rest_of_poll_reply = 30ms;  ///< after the first character of a poll's reply
 
+// The setup of the Orin and Kesh readers.
+inline constexpr milliseconds setup_pause = 100ms;  ///< after a setting that nobody acknowledges
+
 // The terminal.
 inline constexpr milliseconds terminal_tick = 1ms;      ///< from an arriving byte to its display
 inline constexpr milliseconds full_screen_tick = 20ms;  ///< the same in the full-screen terminal

@@ -2,6 +2,7 @@
 
 #include "access/orintautil.h"
 #include "config/diag.h"
+#include "config/orinparam.h"
 #include "config/vellsetup.h"
 #include "shell/com.h"
 #include "shell/general.h"
@@ -18,7 +19,6 @@ Screen* make(Services& services, QWidget* parent) {
 }
 
 /// The names of the screens that are still to come.
-constexpr char orinparam[] = "orinparam";
 constexpr char keshsetup[] = "keshsetup";
 constexpr char quorsetup[] = "quorsetup";
 constexpr char symbology[] = "symbology";
@@ -35,7 +35,7 @@ Screen* make_empty(Services& services, QWidget* parent) {
 const std::array<ScreenEntry, MenuState::entry_count> screen_table{{
     {"Communication", "com", ScreenCode::com, make<ComScreen>},
     {"Vell Setup", "vellsetup", ScreenCode::vellsetup, make<VellSetupScreen>},
-    {"Orin/Orinta Setup", "orinparam", ScreenCode::orinparam, make_empty<orinparam>},
+    {"Orin/Orinta Setup", "orinparam", ScreenCode::orinparam, make<OrinParamScreen>},
     {"Kesh Setup", "keshsetup", ScreenCode::keshsetup, make_empty<keshsetup>},
     {"Quor Setup", "quorsetup", ScreenCode::quorsetup, make_empty<quorsetup>},
     {"Terminal Mode", "term", ScreenCode::term, make<TermScreen>},

@@ -1,0 +1,34 @@
+#pragma once
+
+#include "config/reader_setup.h"
+#include "config/setup_values.h"
+#include "shell/screen.h"
+
+class OptionGroup;
+
+/// A pair of options in a titled frame with a "Set" button.
+struct SwitchGroup {
+  const char* title;
+  const char* object_name;  ///< of the frame; its button is named after it: set_…
+  const char* on;
+  const char* off;
+  int chosen;  ///< at the start: 0 the first, 1 the other
+  const SetupKind& kind;
+  const Switch& values;
+};
+
+/// A screen whose buttons send settings that the reader acknowledges.
+class SetupScreen : public Screen {
+ public:
+  SetupScreen(const char* object_name, Services& services, QWidget* parent);
+
+ protected:
+  void run(const SetupKind& kind, const SetupSteps& steps) { setup_.run(kind, steps); }
+  /// A button of a frame. Several are captioned "Set": assistive clients get the frame's title beside it.
+  QPushButton* add_group_button(const QString& caption, const char* object_name, const QString& title,
+                                std::function<void()> handler);
+  QWidget* switch_group(const SwitchGroup& group);
+
+ private:
+  ReaderSetup setup_;
+};
