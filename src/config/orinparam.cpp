@@ -36,7 +36,7 @@ QWidget* OrinParamScreen::general_group() {
   red_led_time_ = panel::add_box(group, 2, "Text5", QStringLiteral("Red Led Time"), 3, KeyFilter::digits);
   QPushButton* const set =
       add_group_button(QStringLiteral("Set"), "set_general", title, [this] { set_general(); });
-  group.grid->addWidget(set, 3, 0, Qt::AlignLeft);
+  panel::add_buttons(group, 3, {set});
   connect(record_length_, &TextBox::textChanged, this, [this](const QString& text) {
     services().record_length = code_page::to_windows_1252(text).value_or("");
   });
@@ -60,13 +60,12 @@ QWidget* OrinParamScreen::mode_group() {
                           {QStringLiteral("Vell Mode"), QStringLiteral("Orin Mode"),
                            QStringLiteral("Orinta Mode"), QStringLiteral("Accum Mode")},
                           -1, Qt::Vertical, this);
-  panel::make_compact(*mode_->frame_layout());
   QPushButton* const set = add_group_button(title, "set_mode", title, [this] {
     run(orin_mode, {.check = {},
                     .payloads = [this] { return std::vector{orin_mode_payload(mode_->chosen())}; },
                     .done = [] { return std::string_view(" Mode Set in Reader "); }});
   });
-  mode_->frame_layout()->addWidget(set, 0, Qt::AlignLeft);
+  panel::put_beside_options(*mode_, set);
   return mode_;
 }
 
@@ -79,6 +78,6 @@ QWidget* OrinParamScreen::password_group() {
   QPushButton* const set = add_group_button(QStringLiteral("Set Password"), "set_password", title, [this] {
     services().dialogs.message("This feature is not yet operational");
   });
-  group.grid->addWidget(set, 2, 0, Qt::AlignLeft);
+  panel::add_buttons(group, 2, {set});
   return group.frame;
 }

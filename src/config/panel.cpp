@@ -1,8 +1,13 @@
 #include "config/panel.h"
 
 #include "shell/fonts.h"
+#include "shell/option_group.h"
 
+#include <QBoxLayout>
+#include <QCheckBox>
 #include <QLabel>
+#include <QPushButton>
+#include <QRadioButton>
 
 namespace {
 
@@ -42,7 +47,43 @@ TextBox* panel::add_box(const Group& group, int row, const char* object_name, co
   label->setBuddy(box);
   box->set_width_in_characters(maximum_length);
   group.grid->addWidget(label, row, 0);
-  group.grid->addWidget(box, row, 1);
+  group.grid->addWidget(box, row, 1, Qt::AlignLeft);
   group.grid->setColumnStretch(1, 1);
   return box;
+}
+
+void panel::add_buttons(const Group& group, int row, std::initializer_list<QPushButton*> buttons) {
+  auto* const line = new QHBoxLayout;
+  for (QPushButton* const button : buttons) {
+    line->addWidget(button, 0, Qt::AlignBottom);
+  }
+  line->addStretch();
+  group.grid->addLayout(line, row, 0, 1, 2);
+  group.grid->setRowStretch(row, 1);
+}
+
+QCheckBox* panel::add_check(const Group& group, int row, const char* object_name, const QString& caption) {
+  auto* const check = new QCheckBox(caption, group.frame);
+  check->setObjectName(QLatin1String(object_name));
+  group.grid->addWidget(check, row, 0, 1, 2);
+  return check;
+}
+
+void panel::make_frameless(OptionGroup& options) {
+  options.setFlat(true);
+  options.frame_layout()->setSpacing(spacing);
+  options.frame_layout()->setContentsMargins(0, 0, 0, 0);
+}
+
+void panel::put_beside_options(OptionGroup& options, QPushButton* button) {
+  auto* const column = new QVBoxLayout;
+  column->setSpacing(spacing);
+  for (int index = 0; index < options.count(); ++index) {
+    options.frame_layout()->removeWidget(options.option(index));
+    column->addWidget(options.option(index));
+  }
+  options.frame_layout()->setDirection(QBoxLayout::LeftToRight);
+  make_compact(*options.frame_layout());
+  options.frame_layout()->addLayout(column, 1);
+  options.frame_layout()->addWidget(button, 0, Qt::AlignBottom);
 }

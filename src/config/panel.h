@@ -6,6 +6,12 @@
 #include <QGroupBox>
 #include <QString>
 
+#include <initializer_list>
+
+class OptionGroup;
+class QCheckBox;
+class QPushButton;
+
 /// The parts that the reader configuration screens are laid out with.
 namespace panel {
 
@@ -25,5 +31,17 @@ void make_compact(QLayout& layout);
 /// A box on a row of a frame, with the words that name it before it.
 TextBox* add_box(const Group& group, int row, const char* object_name, const QString& words,
                  int maximum_length, KeyFilter filter);
+
+/// A check box on a row of a frame, unchecked.
+QCheckBox* add_check(const Group& group, int row, const char* object_name, const QString& caption);
+
+/// The buttons of a frame, side by side on its last row.
+void add_buttons(const Group& group, int row, std::initializer_list<QPushButton*> buttons);
+
+/// Puts the button of a frame of options at their right.
+void put_beside_options(OptionGroup& options, QPushButton* button);
+
+/// Takes the frame away from options that stand within another one.
+void make_frameless(OptionGroup& options);
 
 }  // namespace panel

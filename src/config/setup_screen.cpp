@@ -20,7 +20,6 @@ QWidget* SetupScreen::switch_group(const SwitchGroup& group) {
   auto* const options = new OptionGroup(group.object_name, title,
                                         {QLatin1String(group.on), QLatin1String(group.off)}, group.chosen);
   options->setParent(this);
-  panel::make_compact(*options->frame_layout());
   const auto is_on = [options] { return options->chosen() == 0; };
   const std::string button_name = std::string("set_") + group.object_name;
   QPushButton* const set =
@@ -32,6 +31,6 @@ QWidget* SetupScreen::switch_group(const SwitchGroup& group) {
              .payloads = [&] { return std::vector{std::string(is_on() ? values.on : values.off)}; },
              .done = [&] { return is_on() ? values.done_on : values.done_off; }});
       });
-  options->frame_layout()->addWidget(set, 0, Qt::AlignLeft);
+  panel::put_beside_options(*options, set);
   return options;
 }

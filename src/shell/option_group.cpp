@@ -59,6 +59,12 @@ bool OptionGroup::eventFilter(QObject* receiver, QEvent* event) {
   return QGroupBox::eventFilter(receiver, event);
 }
 
+void OptionGroup::paintEvent(QPaintEvent* event) {
+  if (!isFlat()) {
+    QGroupBox::paintEvent(event);
+  }
+}
+
 void OptionGroup::move_choice(int step) {
   int from = chosen();
   if (from < 0) {

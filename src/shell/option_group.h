@@ -31,6 +31,8 @@ class OptionGroup : public QGroupBox {
 
  protected:
   bool eventFilter(QObject* receiver, QEvent* event) override;
+  /// A flat group, one within another frame, shows no frame of its own.
+  void paintEvent(QPaintEvent* event) override;
 
  private:
   void add_option(const QString& caption, int index);

@@ -2,6 +2,7 @@
 
 #include "access/orintautil.h"
 #include "config/diag.h"
+#include "config/keshsetup.h"
 #include "config/orinparam.h"
 #include "config/vellsetup.h"
 #include "shell/com.h"
@@ -19,7 +20,6 @@ Screen* make(Services& services, QWidget* parent) {
 }
 
 /// The names of the screens that are still to come.
-constexpr char keshsetup[] = "keshsetup";
 constexpr char quorsetup[] = "quorsetup";
 constexpr char symbology[] = "symbology";
 constexpr char keshutil[] = "keshutil";
@@ -36,7 +36,7 @@ const std::array<ScreenEntry, MenuState::entry_count> screen_table{{
     {"Communication", "com", ScreenCode::com, make<ComScreen>},
     {"Vell Setup", "vellsetup", ScreenCode::vellsetup, make<VellSetupScreen>},
     {"Orin/Orinta Setup", "orinparam", ScreenCode::orinparam, make<OrinParamScreen>},
-    {"Kesh Setup", "keshsetup", ScreenCode::keshsetup, make_empty<keshsetup>},
+    {"Kesh Setup", "keshsetup", ScreenCode::keshsetup, make<KeshSetupScreen>},
     {"Quor Setup", "quorsetup", ScreenCode::quorsetup, make_empty<quorsetup>},
     {"Terminal Mode", "term", ScreenCode::term, make<TermScreen>},
     {"Protocol Test", "prottest", ScreenCode::prottest, make<ProttestScreen>},
