@@ -57,15 +57,14 @@ KeshSetupScreen::KeshSetupScreen(Services& services, QWidget* parent)
 }
 
 QWidget* KeshSetupScreen::ferro_group() {
-  const QString title = QStringLiteral("Ferro Kesh General");
-  const panel::Group group = panel::make_group(title, this);
+  const panel::Group group = panel::make_group(QStringLiteral("Ferro Kesh General"), this);
   ferro_record_length_ =
       panel::add_box(group, 0, "Text21", QStringLiteral("Record Length"), 3, KeyFilter::digits);
   max_records_ = panel::add_box(group, 1, "Text20", QStringLiteral("Max Records"), 5, KeyFilter::digits);
   ferro_time_stamping_ = add_time_stamping(group, 2, "ferro_time_stamping");
-  QPushButton* const set =
-      add_group_button(QStringLiteral("Set"), "set_ferro_kesh_general", title, [this] { set_ferro(); });
-  panel::add_buttons(group, 3, {set});
+  panel::add_buttons(group, 3,
+                     {add_button(
+                         QStringLiteral("Set"), [this] { set_ferro(); }, "set_ferro_kesh_general")});
   return group.frame;
 }
 
@@ -78,16 +77,15 @@ void KeshSetupScreen::set_ferro() {
 }
 
 QWidget* KeshSetupScreen::glint_group() {
-  const QString title = QStringLiteral("Glint Kesh General");
-  const panel::Group group = panel::make_group(title, this);
+  const panel::Group group = panel::make_group(QStringLiteral("Glint Kesh General"), this);
   glint_record_length_ =
       panel::add_box(group, 0, "Text19", QStringLiteral("Record Length"), 2, KeyFilter::digits);
   glint_time_stamping_ = add_time_stamping(group, 1, "glint_time_stamping");
   id_1_on_ = panel::add_check(group, 2, "id_1_on", QStringLiteral("ID 1 On"));
   id_2_on_ = panel::add_check(group, 3, "id_2_on", QStringLiteral("ID 2 On"));
-  QPushButton* const set =
-      add_group_button(QStringLiteral("Set"), "set_glint_kesh_general", title, [this] { set_glint(); });
-  panel::add_buttons(group, 4, {set});
+  panel::add_buttons(group, 4,
+                     {add_button(
+                         QStringLiteral("Set"), [this] { set_glint(); }, "set_glint_kesh_general")});
   return group.frame;
 }
 
@@ -104,14 +102,14 @@ void KeshSetupScreen::set_glint() {
 }
 
 QWidget* KeshSetupScreen::identifier_group() {
-  const QString title = QStringLiteral("ID 1 / ID 2");
-  const panel::Group group = panel::make_group(title, this);
+  const panel::Group group = panel::make_group(QStringLiteral("ID 1 / ID 2"), this);
   id_1_ = panel::add_box(group, 0, "Text22", QStringLiteral("ID 1"), 5, KeyFilter::none);
   id_2_ = panel::add_box(group, 1, "Text23", QStringLiteral("ID 2"), 5, KeyFilter::none);
-  QPushButton* const set =
-      add_group_button(QStringLiteral("Set"), "set_ids", title, [this] { set_identifiers(); });
+  QPushButton* const set = add_button(
+      QStringLiteral("Set"), [this] { set_identifiers(); }, "set_ids");
   // The readers have no command that tells their identifiers: "Read" does nothing, and that is meant.
-  QPushButton* const read = add_group_button(QStringLiteral("Read"), "read_ids", title, [] {});
+  QPushButton* const read = add_button(
+      QStringLiteral("Read"), [] {}, "read_ids");
   panel::add_buttons(group, 2, {set, read});
   return group.frame;
 }

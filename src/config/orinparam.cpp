@@ -29,14 +29,13 @@ OrinParamScreen::OrinParamScreen(Services& services, QWidget* parent)
 }
 
 QWidget* OrinParamScreen::general_group() {
-  const QString title = QStringLiteral("General");
-  const panel::Group group = panel::make_group(title, this);
+  const panel::Group group = panel::make_group(QStringLiteral("General"), this);
   record_length_ = panel::add_box(group, 0, "Text2", QStringLiteral("Record Length"), 3, KeyFilter::digits);
   relay_time_ = panel::add_box(group, 1, "Text3", QStringLiteral("Relay Time"), 5, KeyFilter::digits);
   red_led_time_ = panel::add_box(group, 2, "Text5", QStringLiteral("Red Led Time"), 3, KeyFilter::digits);
-  QPushButton* const set =
-      add_group_button(QStringLiteral("Set"), "set_general", title, [this] { set_general(); });
-  panel::add_buttons(group, 3, {set});
+  panel::add_buttons(group, 3,
+                     {add_button(
+                         QStringLiteral("Set"), [this] { set_general(); }, "set_general")});
   connect(record_length_, &TextBox::textChanged, this, [this](const QString& text) {
     services().record_length = code_page::to_windows_1252(text).value_or("");
   });
@@ -60,24 +59,25 @@ QWidget* OrinParamScreen::mode_group() {
                           {QStringLiteral("Vell Mode"), QStringLiteral("Orin Mode"),
                            QStringLiteral("Orinta Mode"), QStringLiteral("Accum Mode")},
                           -1, Qt::Vertical, this);
-  QPushButton* const set = add_group_button(title, "set_mode", title, [this] {
-    run(orin_mode, {.check = {},
-                    .payloads = [this] { return std::vector{orin_mode_payload(mode_->chosen())}; },
-                    .done = [] { return std::string_view(" Mode Set in Reader "); }});
-  });
-  panel::put_beside_options(*mode_, set);
+  panel::put_beside_options(*mode_, add_button(
+                                        title, [this] { set_mode(); }, "set_mode"));
   return mode_;
 }
 
+void OrinParamScreen::set_mode() {
+  run(orin_mode, {.check = {},
+                  .payloads = [this] { return std::vector{orin_mode_payload(mode_->chosen())}; },
+                  .done = [] { return std::string_view(" Mode Set in Reader "); }});
+}
+
 QWidget* OrinParamScreen::password_group() {
-  const QString title = QStringLiteral("Set/Change Password");
-  const panel::Group group = panel::make_group(title, this);
+  const panel::Group group = panel::make_group(QStringLiteral("Set/Change Password"), this);
   // No command uses the boxes yet.
   panel::add_box(group, 0, "Text15", QStringLiteral("Current Password"), 5, KeyFilter::none);
   panel::add_box(group, 1, "Text16", QStringLiteral("New Password"), 5, KeyFilter::none);
-  QPushButton* const set = add_group_button(QStringLiteral("Set Password"), "set_password", title, [this] {
-    services().dialogs.message("This feature is not yet operational");
-  });
+  QPushButton* const set = add_button(
+      QStringLiteral("Set Password"),
+      [this] { services().dialogs.message("This feature is not yet operational"); }, "set_password");
   panel::add_buttons(group, 2, {set});
   return group.frame;
 }

@@ -15,6 +15,7 @@ class OrinParamScreen : public SetupScreen {
   QWidget* mode_group();
   QWidget* password_group();
   void set_general();
+  void set_mode();
 
   TextBox* record_length_;
   TextBox* relay_time_;

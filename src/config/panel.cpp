@@ -56,6 +56,7 @@ void panel::add_buttons(const Group& group, int row, std::initializer_list<QPush
   auto* const line = new QHBoxLayout;
   for (QPushButton* const button : buttons) {
     line->addWidget(button, 0, Qt::AlignBottom);
+    button->setAccessibleDescription(group.frame->title());
   }
   line->addStretch();
   group.grid->addLayout(line, row, 0, 1, 2);
@@ -86,4 +87,5 @@ void panel::put_beside_options(OptionGroup& options, QPushButton* button) {
   make_compact(*options.frame_layout());
   options.frame_layout()->addLayout(column, 1);
   options.frame_layout()->addWidget(button, 0, Qt::AlignBottom);
+  button->setAccessibleDescription(options.title());
 }

@@ -35,6 +35,8 @@ TextBox* add_box(const Group& group, int row, const char* object_name, const QSt
 /// A check box on a row of a frame, unchecked.
 QCheckBox* add_check(const Group& group, int row, const char* object_name, const QString& caption);
 
+// Several buttons of a screen are captioned "Set": assistive clients get the frame's title beside it.
+
 /// The buttons of a frame, side by side on its last row.
 void add_buttons(const Group& group, int row, std::initializer_list<QPushButton*> buttons);
 

@@ -24,9 +24,6 @@ class SetupScreen : public Screen {
 
  protected:
   void run(const SetupKind& kind, const SetupSteps& steps) { setup_.run(kind, steps); }
-  /// A button of a frame. Several are captioned "Set": assistive clients get the frame's title beside it.
-  QPushButton* add_group_button(const QString& caption, const char* object_name, const QString& title,
-                                std::function<void()> handler);
   QWidget* switch_group(const SwitchGroup& group);
 
  private:

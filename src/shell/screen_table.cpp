@@ -4,6 +4,8 @@
 #include "config/diag.h"
 #include "config/keshsetup.h"
 #include "config/orinparam.h"
+#include "config/quorsetup.h"
+#include "config/symbology.h"
 #include "config/vellsetup.h"
 #include "shell/com.h"
 #include "shell/general.h"
@@ -20,8 +22,6 @@ Screen* make(Services& services, QWidget* parent) {
 }
 
 /// The names of the screens that are still to come.
-constexpr char quorsetup[] = "quorsetup";
-constexpr char symbology[] = "symbology";
 constexpr char keshutil[] = "keshutil";
 
 /// The place of a screen that is still to come.
@@ -37,11 +37,11 @@ const std::array<ScreenEntry, MenuState::entry_count> screen_table{{
     {"Vell Setup", "vellsetup", ScreenCode::vellsetup, make<VellSetupScreen>},
     {"Orin/Orinta Setup", "orinparam", ScreenCode::orinparam, make<OrinParamScreen>},
     {"Kesh Setup", "keshsetup", ScreenCode::keshsetup, make<KeshSetupScreen>},
-    {"Quor Setup", "quorsetup", ScreenCode::quorsetup, make_empty<quorsetup>},
+    {"Quor Setup", "quorsetup", ScreenCode::quorsetup, make<QuorSetupScreen>},
     {"Terminal Mode", "term", ScreenCode::term, make<TermScreen>},
     {"Protocol Test", "prottest", ScreenCode::prottest, make<ProttestScreen>},
     {"Vell Hardware Test", "test", ScreenCode::test, make<HardwareTestScreen>},
-    {"Barcode/Mag Setup", "symbology", ScreenCode::symbology, make_empty<symbology>},
+    {"Barcode/Mag Setup", "symbology", ScreenCode::symbology, make<SymbologyScreen>},
     {"Diagnostics", "diag", ScreenCode::diag, make<DiagScreen>},
     {"Orin/Orinta Utilities", "orintautil", ScreenCode::orintautil, make<OrintautilScreen>},
     {"Kesh/Quor Utilities", "keshutil", ScreenCode::keshutil, make_empty<keshutil>},
