@@ -19,24 +19,40 @@ QLabel* add_display(QGridLayout& grid, int row, const QString& words, const char
   display->setMinimumWidth(display->fontMetrics().horizontalAdvance(QStringLiteral("00/00/0000  00:00:00")));
   grid.addWidget(new QLabel(words), row, 0);
   grid.addWidget(display, row, 1);
+  grid.setColumnStretch(1, 1);
   return display;
 }
 
 }  // namespace
 
-ClockGroup::ClockGroup(const ReaderClock& clock, QPushButton* set, QPushButton* read, QWidget* parent)
-    : QGroupBox(QStringLiteral("Date/Time"), parent), clock_(clock) {
+ClockGroup::ClockGroup(Services& services, const ClockReading& reading, QWidget* parent)
+    : QGroupBox(QStringLiteral("Date/Time"), parent), services_(services) {
+  ReaderClock& clock = services.clock;
   auto* const grid = new QGridLayout(this);
   panel::make_compact(*grid);
   current_ = add_display(*grid, 0, QStringLiteral("Current Date/Time"), "current_date_time");
   reader_ = add_display(*grid, 1, QStringLiteral("Reader Date/Time"), "reader_date_time");
-  panel::add_buttons({this, grid}, 2, {set, read});
+  panel::add_buttons(
+      {this, grid}, 2,
+      {new_button(QStringLiteral("Set Date/Time"), "set_date_time", [&clock] { clock.set_date_time(); }),
+       new_button(QStringLiteral("Read Date/Time"), "read_date_time",
+                  [&clock, &reading] { clock.read_date_time(reading); })});
   connect(&clock, &ReaderClock::pc_clock_changed, this, &ClockGroup::show_texts);
   connect(&clock, &ReaderClock::reader_clock_changed, this, &ClockGroup::show_texts);
   show_texts();
 }
 
+QPushButton* ClockGroup::new_button(const QString& caption, const char* object_name,
+                                    std::function<void()> action) {
+  auto* const button = new QPushButton(caption, this);
+  button->setObjectName(QLatin1String(object_name));
+  button->setAutoDefault(true);
+  connect(button, &QPushButton::clicked, this,
+          [this, action = std::move(action)] { services_.clicks.run(action); });
+  return button;
+}
+
 void ClockGroup::show_texts() {
-  current_->setText(code_page::from_windows_1252(clock_.pc_clock_text()));
-  reader_->setText(code_page::from_windows_1252(clock_.reader_clock_text()));
+  current_->setText(code_page::from_windows_1252(services_.clock.pc_clock_text()));
+  reader_->setText(code_page::from_windows_1252(services_.clock.reader_clock_text()));
 }

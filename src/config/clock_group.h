@@ -1,23 +1,28 @@
 #pragma once
 
-#include "link/reader_clock.h"
+#include "shell/services.h"
 
 #include <QGroupBox>
+
+#include <functional>
 
 class QLabel;
 class QPushButton;
 
-/// The clock of the PC and that of the reader, as three screens show them, with the buttons of the screen.
+/// The clocks of the PC and of the reader with "Set Date/Time" and "Read Date/Time", as three screens have
+/// them.
 class ClockGroup : public QGroupBox {
   Q_OBJECT
 
  public:
-  ClockGroup(const ReaderClock& clock, QPushButton* set, QPushButton* read, QWidget* parent);
+  /// @param reading how the screen's "Read Date/Time" goes about it
+  ClockGroup(Services& services, const ClockReading& reading, QWidget* parent);
 
  private:
+  QPushButton* new_button(const QString& caption, const char* object_name, std::function<void()> action);
   void show_texts();
 
-  const ReaderClock& clock_;
+  Services& services_;
   QLabel* current_;
   QLabel* reader_;
 };

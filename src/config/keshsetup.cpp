@@ -1,5 +1,6 @@
 #include "config/keshsetup.h"
 
+#include "config/clock_group.h"
 #include "config/kesh_setup.h"
 #include "config/panel.h"
 #include "shell/option_group.h"
@@ -53,6 +54,7 @@ KeshSetupScreen::KeshSetupScreen(Services& services, QWidget* parent)
   grid->addWidget(switch_group(comma_delimited), 3, 0);
   grid->addWidget(switch_group(mode), 3, 1);
   grid->addWidget(identifier_group(), 4, 0);
+  grid->addWidget(new ClockGroup(services, keshsetup_clock_reading, this), 4, 1);
   grid->setRowStretch(5, 1);
 }
 

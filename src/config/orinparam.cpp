@@ -1,5 +1,6 @@
 #include "config/orinparam.h"
 
+#include "config/clock_group.h"
 #include "config/orin_setup.h"
 #include "config/panel.h"
 #include "shell/code_page.h"
@@ -25,6 +26,7 @@ OrinParamScreen::OrinParamScreen(Services& services, QWidget* parent)
   grid->addWidget(switch_group(rs232_logging), 2, 0);
   grid->addWidget(switch_group(bad_logging), 2, 1);
   grid->addWidget(password_group(), 3, 0);
+  grid->addWidget(new ClockGroup(services, orinparam_clock_reading, this), 3, 1);
   grid->setRowStretch(4, 1);
 }
 

@@ -1,7 +1,9 @@
 #include "config/quorsetup.h"
 
+#include "config/check_frame.h"
 #include "config/clock_group.h"
 #include "config/command_run.h"
+#include "config/panel.h"
 #include "link/frame.h"
 #include "link/numbers.h"
 #include "shell/text_box.h"
@@ -28,15 +30,20 @@ std::string age_command(std::int16_t age) {
 }  // namespace
 
 QuorSetupScreen::QuorSetupScreen(Services& services, QWidget* parent)
-    : Screen("quorsetup", services, parent),
-      general_(QStringLiteral("Quor General"), general_commands, this) {
+    : Screen("quorsetup", services, parent) {
   QGridLayout* const grid = panel::make_grid(*this, QStringLiteral("Quor Setup"), 2);
-  general_.add_button(add_button(
-      QStringLiteral("Set"), [this] { send_run(this->services().link, general_.commands()); },
-      "set_quor_general"));
-  grid->addWidget(general_.frame(), 1, 0);
+  grid->addWidget(general_group(), 1, 0);
   grid->addWidget(age_group(), 1, 1);
+  grid->addWidget(new ClockGroup(services, orinparam_clock_reading, this), 2, 0, 1, 2);
   grid->setRowStretch(3, 1);
+}
+
+QWidget* QuorSetupScreen::general_group() {
+  auto* const frame = new CheckFrame(QStringLiteral("Quor General"), general_commands, this);
+  frame->add_button(add_button(
+      QStringLiteral("Set"), [this, frame] { send_run(services().link, frame->commands()); },
+      "set_quor_general"));
+  return frame;
 }
 
 QWidget* QuorSetupScreen::age_group() {

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "config/check_frame.h"
 #include "shell/screen.h"
 
 class TextBox;
@@ -11,10 +10,10 @@ class QuorSetupScreen : public Screen {
   QuorSetupScreen(Services& services, QWidget* parent);
 
  private:
+  QWidget* general_group();
   QWidget* age_group();
   void set_ages();
 
-  CheckFrame general_;
   TextBox* age_1_;
   TextBox* age_2_;
 };

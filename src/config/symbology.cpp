@@ -1,6 +1,7 @@
 #include "config/symbology.h"
 
 #include "config/command_run.h"
+#include "config/panel.h"
 #include "shell/option_group.h"
 
 #include <QPushButton>
@@ -55,22 +56,21 @@ std::vector<std::string> commands_of_track(int option) {
 }  // namespace
 
 SymbologyScreen::SymbologyScreen(Services& services, QWidget* parent)
-    : Screen("symbology", services, parent),
-      barcodes_(QStringLiteral("Barcodes"), barcode_commands, this),
-      options_(QStringLiteral("Magstripe Options"), option_commands, this) {
+    : Screen("symbology", services, parent) {
   QGridLayout* const grid = panel::make_grid(*this, QStringLiteral("Barcode/Mag Setup"), 2);
-  add_check_button(barcodes_, "set_barcodes");
-  QWidget* const tracks = track_group();
-  add_check_button(options_, "set_magstripe_options");
-  grid->addWidget(barcodes_.frame(), 1, 0, 2, 1);
-  grid->addWidget(tracks, 1, 1);
-  grid->addWidget(options_.frame(), 2, 1);
+  grid->addWidget(check_group(QStringLiteral("Barcodes"), barcode_commands, "set_barcodes"), 1, 0, 2, 1);
+  grid->addWidget(track_group(), 1, 1);
+  grid->addWidget(check_group(QStringLiteral("Magstripe Options"), option_commands, "set_magstripe_options"),
+                  2, 1);
   grid->setRowStretch(3, 1);
 }
 
-void SymbologyScreen::add_check_button(CheckFrame& frame, const char* object_name) {
-  frame.add_button(add_button(
-      QStringLiteral("Set"), [this, &frame] { send_run(services().link, frame.commands()); }, object_name));
+QWidget* SymbologyScreen::check_group(const QString& title, std::span<const CheckCommand> commands,
+                                      const char* button_name) {
+  auto* const frame = new CheckFrame(title, commands, this);
+  frame->add_button(add_button(
+      QStringLiteral("Set"), [this, frame] { send_run(services().link, frame->commands()); }, button_name));
+  return frame;
 }
 
 QWidget* SymbologyScreen::track_group() {

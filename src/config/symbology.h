@@ -9,9 +9,6 @@ class SymbologyScreen : public Screen {
   SymbologyScreen(Services& services, QWidget* parent);
 
  private:
-  void add_check_button(CheckFrame& frame, const char* object_name);
+  QWidget* check_group(const QString& title, std::span<const CheckCommand> commands, const char* button_name);
   QWidget* track_group();
-
-  CheckFrame barcodes_;
-  CheckFrame options_;
 };

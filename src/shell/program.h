@@ -13,8 +13,9 @@ class Program {
         clicks_(pump, dialogs),
         receiver_(port, pump),
         transfers_(link_, pump, dialogs, busy_),
-        services_{port,    pump,      dialogs, printer,        settings_,  link_,
-                  clicks_, receiver_, busy_,   record_length_, transfers_, checkline_} {}
+        clock_(link_, pump, dialogs),
+        services_{port,    pump,      dialogs, printer,        settings_,  link_,  clicks_,
+                  receiver_, busy_,   record_length_, transfers_, clock_, checkline_} {}
 
   [[nodiscard]] Services& services() { return services_; }
 
@@ -26,6 +27,7 @@ class Program {
   ClickRunner clicks_;
   TerminalReceiver receiver_;
   Transfers transfers_;
+  ReaderClock clock_;
   std::function<void()> checkline_ = [] {};  // until there is a display
   Services services_;
 };

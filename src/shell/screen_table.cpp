@@ -3,6 +3,7 @@
 #include "access/orintautil.h"
 #include "config/diag.h"
 #include "config/keshsetup.h"
+#include "config/keshutil.h"
 #include "config/orinparam.h"
 #include "config/quorsetup.h"
 #include "config/symbology.h"
@@ -21,15 +22,6 @@ Screen* make(Services& services, QWidget* parent) {
   return new ScreenType(services, parent);
 }
 
-/// The names of the screens that are still to come.
-constexpr char keshutil[] = "keshutil";
-
-/// The place of a screen that is still to come.
-template <const char* name>
-Screen* make_empty(Services& services, QWidget* parent) {
-  return new Screen(name, services, parent);
-}
-
 }  // namespace
 
 const std::array<ScreenEntry, MenuState::entry_count> screen_table{{
@@ -44,7 +36,7 @@ const std::array<ScreenEntry, MenuState::entry_count> screen_table{{
     {"Barcode/Mag Setup", "symbology", ScreenCode::symbology, make<SymbologyScreen>},
     {"Diagnostics", "diag", ScreenCode::diag, make<DiagScreen>},
     {"Orin/Orinta Utilities", "orintautil", ScreenCode::orintautil, make<OrintautilScreen>},
-    {"Kesh/Quor Utilities", "keshutil", ScreenCode::keshutil, make_empty<keshutil>},
+    {"Kesh/Quor Utilities", "keshutil", ScreenCode::keshutil, make<KeshUtilScreen>},
     {"ASCII Chart", "asciichart", ScreenCode::asciichart, make<AsciichartScreen>},
     {"General Info", "general", ScreenCode::general, make<GeneralScreen>},
 }};

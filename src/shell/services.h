@@ -6,6 +6,7 @@
 #include "link/comm_settings.h"
 #include "link/dialogs.h"
 #include "link/event_pump.h"
+#include "link/reader_clock.h"
 #include "link/reader_link.h"
 #include "link/serial_port.h"
 #include "tools/terminal_printer.h"
@@ -28,6 +29,7 @@ struct Services {
   /// The text of the "Record Length" box, kept current as it is typed; the access list download reads it.
   std::string& record_length;
   Transfers& transfers;
+  ReaderClock& clock;
   /// Clears the display of the protocol test when it is full. The terminal's Alt code runs it too.
   std::function<void()>& checkline;
 };
