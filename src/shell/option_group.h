@@ -24,6 +24,8 @@ class OptionGroup : public QGroupBox {
   [[nodiscard]] int chosen() const;
   [[nodiscard]] QRadioButton* option(int index) const;
   [[nodiscard]] int count() const { return static_cast<int>(options_.size()); }
+  /// The frame's own layout, for what stands beside the options.
+  [[nodiscard]] QBoxLayout* frame_layout() const { return layout_; }
 
  Q_SIGNALS:
   /// An option has been chosen by mouse, keyboard, program or assistive client, or clicked again.
