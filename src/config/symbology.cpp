@@ -58,7 +58,7 @@ std::vector<std::string> commands_of_track(int option) {
 SymbologyScreen::SymbologyScreen(Services& services, QWidget* parent)
     : Screen("symbology", services, parent) {
   QGridLayout* const grid = panel::make_grid(*this, QStringLiteral("Barcode/Mag Setup"), 2);
-  grid->addWidget(check_group(QStringLiteral("Barcodes"), barcode_commands, "set_barcodes"), 1, 0, 2, 1);
+  grid->addWidget(check_group(QStringLiteral("Barcode"), barcode_commands, "set_barcodes"), 1, 0, 2, 1);
   grid->addWidget(track_group(), 1, 1);
   grid->addWidget(check_group(QStringLiteral("Magstripe Options"), option_commands, "set_magstripe_options"),
                   2, 1);

@@ -1,0 +1,297 @@
+// The reader configuration screens against simulated readers that fail, and long uploads, at virtual time.
+
+#include "shell/program.h"
+#include "support/bytes.h"
+#include "support/scripted_dialogs.h"
+#include "support/sim_port.h"
+#include "whole/config_scripts.h"
+
+#include <QLabel>
+#include <QPushButton>
+#include <QTemporaryDir>
+
+#include <algorithm>
+#include <fstream>
+#include <iterator>
+
+namespace {
+
+using namespace config_scripts;
+using namespace std::chrono_literals;
+
+constexpr const char* no_command_acknowledge = "Reader does not acknowledge command";
+constexpr const char* error_communicating = "Error communicating with reader";
+constexpr const char* not_connected = "Reader is not Connected";
+constexpr const char* error_reading = "error reading from reader";
+constexpr const char* reader_timeout = "Reader Timeout";
+constexpr const char* timed_out = "Reader timed out";
+constexpr const char* cleared = "        Reader Log Data Cleared         ";
+
+readersim::Options network_of(readersim::Family family) {
+  readersim::Options options;
+  options.network = {5};
+  options.family = family;
+  return options;
+}
+
+/// The whole window on simulated readers at virtual time.
+struct SimBench {
+  TestPump pump;
+  SimPort port;
+  ScriptedDialogs dialogs{&pump};
+  Program program{port, pump, dialogs};
+  MainWindow window{program.services()};
+  QTemporaryDir folder;
+
+  template <typename Readers>
+  explicit SimBench(const Readers& readers) : port(pump, readers) {
+    window.start_up();
+    window.show();
+    window.activateWindow();
+    EXPECT_TRUE(QTest::qWaitForWindowActive(&window));
+  }
+
+  void click_menu(int index) { QTest::mouseClick(window.menu().entry(index), Qt::LeftButton); }
+  void click(QWidget* widget) {
+    QTest::mouseClick(widget, Qt::LeftButton, {}, QPoint(10, widget->height() / 2));
+  }
+  void use_network() {
+    click_menu(0);
+    click(control_of(window, "network_mode_0"));
+    retype(control_of(window, "reader_address"), "5");
+  }
+  [[nodiscard]] std::filesystem::path path() const {
+    return std::filesystem::path(folder.path().toStdString()) / "uploadlog.txt";
+  }
+  [[nodiscard]] std::string file() const {
+    std::ifstream stream(path(), std::ios::binary);
+    return {std::istreambuf_iterator<char>(stream), {}};
+  }
+};
+
+/// A button and the words that follow when its reader fails.
+struct Button {
+  std::string name;
+  readersim::Family family;
+  Step step;              ///< with the boxes of success
+  std::size_t before;     ///< how many of them come before the first exchange
+  std::string silent;     ///< without any answer, or with none that can be used
+  bool ack_among_others;  ///< other characters before the acknowledge do no harm
+  std::chrono::milliseconds bound;
+  bool saves = false;  ///< asks for a file
+};
+
+void PrintTo(const Button& button, std::ostream* out) {
+  *out << button.name;
+}
+
+const std::vector<Button> buttons{
+    {"one_command", readersim::Family::vell, press(vellsetup, "sense_1_auto"), 0, no_command_acknowledge,
+     false, 210ms},
+    {"run_of_commands", readersim::Family::vell, choose(symbology, {}, "set_barcodes"), 0,
+     no_command_acknowledge, false, 1410ms},
+    {"quor_run", readersim::Family::quor, choose(quorsetup, {}, "set_quor_general"), 0,
+     no_command_acknowledge, false, 410ms},
+    {"orin_logging", readersim::Family::orin,
+     choose(orinparam, {}, "set_rs232_logging", {" RS232 Logging Option is Off "}), 0, error_communicating,
+     true, 1010ms},
+    {"kesh_pair", readersim::Family::ferro_kesh, choose(keshsetup, {}, "set_duplicate_read", {parameter_set}),
+     0, error_communicating, true, 1010ms},
+    {"kesh_ids", readersim::Family::glint_kesh, choose(keshsetup, {}, "set_ids", {"ID's have been set"}), 0,
+     error_communicating, true, 2010ms},
+    {"orin_mode", readersim::Family::orin, choose(orinparam, {}, "set_mode", {" Mode Set in Reader "}), 0,
+     not_connected, false, 1200ms},
+    {"orin_general",
+     readersim::Family::orin,
+     {orinparam,
+      {{"Text2", "8"}, {"Text3", "7"}, {"Text5", "12"}},
+      {},
+      "set_general",
+      {deletion, parameters_set}},
+     1,
+     not_connected,
+     false,
+     3200ms},
+    {"ferro_general",
+     readersim::Family::ferro_kesh,
+     {keshsetup, {{"Text21", "31"}}, {}, "set_ferro_kesh_general", {deletion, parameters_set}},
+     1,
+     not_connected,
+     false,
+     2200ms},
+    {"glint_general",
+     readersim::Family::glint_kesh,
+     {keshsetup, {{"Text19", "30"}}, {}, "set_glint_kesh_general", {deletion, parameters_set}},
+     1,
+     not_connected,
+     false,
+     1200ms},
+    {"clock_set", readersim::Family::orin, choose(orinparam, {}, "set_date_time", {date_set}), 0,
+     error_communicating, true, 1010ms},
+    {"clock_read_after_presence", readersim::Family::orin, press(orinparam, "read_date_time"), 0,
+     not_connected, false, 400ms},
+    {"clock_read", readersim::Family::ferro_kesh, press(keshsetup, "read_date_time"), 0, error_reading, false,
+     400ms},
+    {"clear", readersim::Family::quor, choose(keshutil, {}, "clear", {cleared}), 0, timed_out, true, 5020ms},
+};
+
+struct Fault {
+  std::string console;  ///< spoils the next answer
+  bool hangs_up = false;
+  bool leaves_the_acknowledge = false;
+};
+
+const std::vector<Fault> faults{
+    {"silent"}, {"drop-ack"}, {"wrong-ack"}, {"cut 0"}, {"garbage 1", false, true}, {"hang-up 1", true},
+};
+
+class Failing : public testing::TestWithParam<Button> {};
+
+void expect_free(SimBench& bench) {
+  const BusyFlags& busy = bench.program.services().busy;
+  EXPECT_FALSE(busy.polling_on || busy.downloading_on || busy.uploading_on);
+}
+
+TEST_P(Failing, is_told_in_bounded_time_and_the_next_click_works) {
+  const Button& button = GetParam();
+  for (const Fault& fault : faults) {
+    SCOPED_TRACE(fault.console);
+    SimBench bench(network_of(button.family));
+    bench.use_network();
+    bench.port.console("fault 5 " + fault.console);
+    Step failing = button.step;
+    const bool any_byte_will_do = button.step.button == "clear";
+    const bool passes = (fault.leaves_the_acknowledge && button.ack_among_others) ||
+                        (any_byte_will_do && fault.console == "wrong-ack");
+    if (!passes) {
+      failing.messages.resize(button.before);
+      failing.messages.push_back(button.silent);
+    }
+    const auto begun = bench.pump.elapsed();
+    perform(bench, failing);
+    EXPECT_LE(bench.pump.elapsed() - begun, button.bound);
+    expect_free(bench);
+    bench.port.console("fault clear");
+    if (fault.hangs_up) {
+      bench.dialogs.expect_message("Comm port is not open");
+      Step closed = button.step;
+      closed.messages.clear();
+      perform(bench, closed);
+      bench.port.replug();
+      bench.click_menu(0);
+      bench.click(control_of(bench.window, "comm_port_0"));
+    }
+    perform(bench, button.step);
+    expect_free(bench);
+  }
+}
+
+INSTANTIATE_TEST_SUITE_P(buttons, Failing, testing::ValuesIn(buttons),
+                         [](const auto& info) { return info.param.name; });
+
+/// What one record becomes when it is fetched.
+std::string lines_of(const std::vector<std::string>& records) {
+  std::string text;
+  for (const std::string& record : records) {
+    text += record + "\r\n";
+  }
+  return text;
+}
+
+void expect_upload(bool network, const std::vector<std::string>& records) {
+  SCOPED_TRACE(testing::Message() << records.size() << (network ? " on a network" : " on a plain line"));
+  readersim::Options options = network_of(readersim::Family::ferro_kesh);
+  if (!network) {
+    options.network.clear();
+  }
+  SimBench bench(options);
+  if (network) {
+    bench.use_network();
+  }
+  bench.port.reader(network ? 5 : 0).log.records = records;
+  bench.dialogs.expect_save("Upload Log", bench.path());
+  std::string status;
+  bench.dialogs.expect_message("Upload Complete", [&] {
+    status = static_cast<QLabel*>(control_of(bench.window, "upload_status"))->text().toStdString();
+  });
+  perform(bench, press(keshutil, "upload"));
+  EXPECT_TRUE(bench.file() == lines_of(records));
+  std::string count = std::to_string(records.size());
+  count.insert(0, 5 - count.size(), '0');
+  EXPECT_EQ(status, records.empty() ? "Records Uploaded:" : "Records Uploaded: " + count);
+  expect_free(bench);
+}
+
+TEST(config_upload, no_record_one_and_three_byte_for_byte) {
+  for (const bool network : {false, true}) {
+    const std::string end(1, network ? '\x03' : '\r');
+    expect_upload(network, {});
+    expect_upload(network, {"4711"});
+    expect_upload(network, {"4711", "010415130509," + std::string(150, '7'), "M\xFCller,\x80\x9F,A"});
+    // A record whose last character is the end character, and one of nothing else.
+    expect_upload(network, {"first", "second" + end, end, "END ", "last"});
+    expect_upload(network, {std::string(498, 'x')});
+  }
+}
+
+TEST(config_upload, twenty_thousand_records_byte_for_byte) {
+  std::vector<std::string> records;
+  records.reserve(20000);
+  for (int number = 0; number < 20000; ++number) {
+    std::string record = std::to_string(number) + ",";
+    record += static_cast<char>(0x80 + number % 128);
+    records.push_back(record);
+  }
+  expect_upload(true, records);
+  expect_upload(false, records);
+}
+
+TEST(config_upload, a_log_longer_than_a_sixteen_bit_count_is_fetched_whole) {
+  std::vector<std::string> records;
+  for (int number = 0; number < 33000; ++number) {
+    records.push_back(std::to_string(number));
+  }
+  expect_upload(false, records);
+}
+
+TEST(config_upload, a_reader_that_fails_in_the_middle_times_out_and_keeps_what_came) {
+  for (const Fault& fault : {Fault{"silent"}, Fault{"drop-ack"}, Fault{"wrong-ack"}, Fault{"cut 3"},
+                             Fault{"garbage 1"}, Fault{"hang-up 3", true}}) {
+    SCOPED_TRACE(fault.console);
+    SimBench bench(network_of(readersim::Family::ferro_kesh));
+    bench.use_network();
+    bench.port.reader(5).log.records = {"first", "second", "third"};
+    bench.dialogs.expect_save("Upload Log", bench.path());
+    // The presence, the request and the first record pass.
+    std::size_t requests = 0;
+    const std::function<void()> watch = [&] {
+      requests = static_cast<std::size_t>(
+          std::count(bench.port.writes.begin(), bench.port.writes.end(), "\x85\x02l\x03"));
+      if (requests == 2) {
+        bench.port.console("fault 5 " + fault.console);
+        return;
+      }
+      bench.pump.after(1ms, watch);
+    };
+    bench.pump.after(1ms, watch);
+    bench.dialogs.expect_message(reader_timeout);
+    const auto begun = bench.pump.elapsed();
+    perform(bench, press(keshutil, "upload"));
+    EXPECT_LE(bench.pump.elapsed() - begun, 2000ms);
+    EXPECT_EQ(bench.file(), "first\r\n");
+    expect_free(bench);
+    EXPECT_FALSE(control_of(bench.window, "upload_status")->isVisible());
+    bench.port.console("fault clear");
+    if (fault.hangs_up) {
+      bench.port.replug();
+      bench.click_menu(0);
+      bench.click(control_of(bench.window, "comm_port_0"));
+    }
+    bench.dialogs.expect_save("Upload Log", bench.path());
+    bench.dialogs.expect_message("Upload Complete");
+    perform(bench, press(keshutil, "upload"));
+    EXPECT_EQ(bench.file(), "first\r\nsecond\r\nthird\r\n");
+  }
+}
+
+}  // namespace

@@ -1,0 +1,166 @@
+// A technician sets up one reader of each family from the screens: the real window, the real port and event
+// loop, a pseudo-terminal, and the simulated reader whose state must be as wanted at the end.
+
+#include "support/whole_bench.h"
+#include "whole/config_scripts.h"
+
+#include <QLabel>
+#include <QTemporaryDir>
+
+#include <fstream>
+
+namespace {
+
+using namespace config_scripts;
+using namespace std::chrono_literals;
+
+constexpr int diagnostics = 9;
+
+readersim::Options reader_at(int address, readersim::Family family) {
+  readersim::Options options;
+  options.network = {address};
+  options.family = family;
+  return options;
+}
+
+void expect_state(WholeBench& bench, int address, const std::vector<Wanted>& wanted) {
+  for (const auto& [name, value] : wanted) {
+    // A plain line answers nothing: the reader may still be about to obey.
+    wait_until([&, &key = name, &expected = value] { return bench.readers.value(address, key) == expected; });
+    EXPECT_EQ(bench.readers.value(address, name), value) << name;
+  }
+}
+
+class SetUp : public testing::TestWithParam<Script> {};
+
+TEST_P(SetUp, from_the_screens_on_a_plain_line) {
+  const Script& script = GetParam();
+  WholeBench bench(script.family);
+  for (const Step& step : script.steps) {
+    perform(bench, step);
+  }
+  for (const Step& step : every_reader) {
+    perform(bench, step);
+  }
+  expect_state(bench, 0, script.wanted);
+  expect_state(bench, 0, every_reader_wanted);
+}
+
+TEST_P(SetUp, from_the_screens_on_a_network) {
+  const Script& script = GetParam();
+  WholeBench bench(reader_at(5, script.family));
+  bench.use_network("5");
+  for (const Step& step : script.steps) {
+    perform(bench, step);
+  }
+  for (const auto& [name, value] : script.wanted) {
+    EXPECT_EQ(bench.readers.value(5, name), value) << name;  // each was acknowledged
+  }
+}
+
+INSTANTIATE_TEST_SUITE_P(every_family, SetUp, testing::ValuesIn(scripts()), name_of);
+
+TEST(config_whole, a_clock_that_was_set_reads_back_on_all_three_screens) {
+  WholeBench bench(reader_at(5, readersim::Family::orin));
+  bench.use_network("5");
+  bench.click_menu(orinparam);
+  const auto shown = [&bench](const char* display) {
+    return static_cast<QLabel*>(control_of(bench.window, display))->text().toStdString();
+  };
+  // A reader knows no century; the minute may end while it is set and read.
+  const auto to_the_minute = [](std::string clock) { return clock.erase(6, 2).substr(0, 15); };
+  const std::string before = to_the_minute(shown("current_date_time"));
+  bench.dialogs.expect_message(date_set);
+  bench.click("Set Date/Time");
+  bench.click("Read Date/Time");
+  const std::string read = shown("reader_date_time");
+  ASSERT_EQ(read.size(), 20U);
+  const std::string set = to_the_minute(read);
+  EXPECT_TRUE(set == before || set == to_the_minute(shown("current_date_time"))) << read;
+  for (const int menu : {keshsetup, quorsetup}) {
+    bench.click_menu(menu);
+    EXPECT_EQ(shown("reader_date_time"), read);
+  }
+}
+
+TEST(config_whole, every_reader_of_a_network_obeys_the_global_address) {
+  readersim::Options options = readersim::parse_options({"--network", "5,6", "--family", "orin"});
+  WholeBench bench(options);
+  bench.use_network("127");
+  perform(bench, {orinparam,
+                  {{"Text2", "8"}, {"Text3", "7"}, {"Text5", "12"}},
+                  {},
+                  "set_general",
+                  {deletion, parameters_set}});
+  for (const int address : {5, 6}) {
+    expect_state(bench, address, {{"record length", "8"}, {"relay time", "7"}, {"red led time", "12"}});
+  }
+}
+
+TEST(config_whole, a_reader_that_got_another_speed_is_silent_until_the_port_follows) {
+  WholeBench bench(readersim::Family::vell);
+  bench.click_menu(vellsetup);
+  bench.click("19200 Baud");
+  ASSERT_TRUE(wait_until([&] { return bench.readers.value(0, "line") == "19200 8N"; }));
+  bench.click_menu(diagnostics);
+  bench.dialogs.expect_message("Reader is not Connected");
+  bench.click("Reader Identification");
+  bench.click_menu(0);
+  bench.click(bench.find("baud_rate_4"));
+  bench.click_menu(diagnostics);
+  bench.click("Reader Identification");
+  EXPECT_EQ(bench.find<QLineEdit>("Text4")->text().toStdString(), bench.readers.value(0, "identification"));
+}
+
+TEST(config_whole, a_reader_that_got_another_address_is_silent_until_the_address_follows) {
+  WholeBench bench(reader_at(5, readersim::Family::vell));
+  bench.use_network("5");
+  bench.click_menu(vellsetup);
+  retype(control_of(bench.window, "Text18"), "42");
+  // The reader has moved before it could acknowledge, or acknowledges first: both leave it at its new place.
+  bench.click("Set Reader Address");
+  EXPECT_EQ(bench.readers.value(42, "address"), "42");
+  bench.dialogs.expect_message("Reader does not acknowledge command");
+  bench.click("Sense 1 Auto");
+  bench.use_network("42");
+  bench.click_menu(vellsetup);
+  bench.click("Sense 1 Auto");
+  EXPECT_EQ(bench.readers.value(42, "sense 1"), "auto");
+}
+
+TEST(config_whole, what_a_reader_collected_is_fetched_to_a_file_and_cleared) {
+  for (const bool network : {false, true}) {
+    WholeBench bench(network ? reader_at(5, readersim::Family::glint_kesh)
+                             : readersim::parse_options({"--family", "Glint Kesh"}));
+    const int address = network ? 5 : 0;
+    if (network) {
+      bench.use_network("5");
+    }
+    perform(bench, {keshsetup,
+                    {{"Text19", "20"}},
+                    {"glint_time_stamping_1", "id_1_on"},
+                    "set_glint_kesh_general",
+                    {deletion, parameters_set}});
+    perform(bench, {keshsetup, {{"Text22", "AB"}}, {}, "set_ids", {"ID's have been set"}});
+    perform(bench, choose(keshsetup, {"comma_delimited_0"}, "set_comma_delimited", {parameter_set}));
+    expect_state(bench, address, {{"comma delimited", "on"}});
+    const std::string place = std::to_string(address);
+    bench.readers.console("swipe " + place + " 4711");
+    bench.readers.console("swipe " + place + " M\\xFCller,A");
+    bench.readers.console("swipe " + place + " 12345678901234567890cut");
+    const QTemporaryDir folder;
+    const std::filesystem::path path = std::filesystem::path(folder.path().toStdString()) / "log.txt";
+    bench.click_menu(keshutil);
+    bench.dialogs.expect_save("Upload Log", path);
+    bench.dialogs.expect_message("Upload Complete");
+    bench.click("Upload");
+    std::ifstream file(path, std::ios::binary);
+    const std::string text{std::istreambuf_iterator<char>(file), {}};
+    EXPECT_TRUE(bytes_equal(text, "AB   ,4711\r\nAB   ,M\xFCller,A\r\nAB   ,12345678901234567890\r\n"));
+    bench.dialogs.expect_message("        Reader Log Data Cleared         ");
+    bench.click("Clear");
+    expect_state(bench, address, {{"log records", "0"}});
+  }
+}
+
+}  // namespace
