@@ -102,8 +102,11 @@ VellSetupScreen::VellSetupScreen(Services& services, QWidget* parent)
                                 {VellGroup::data_format, VellGroup::speed}, 5),
                   4, 0, 1, 2);
   grid->setRowStretch(5, 1);
-  // A box has the focus first: a button under it would send a command at an Enter held too long.
-  setFocusProxy(findChild<TextBox*>());
+}
+
+/// A box: a button would send a command at an Enter held too long.
+QWidget* VellSetupScreen::first_control() const {
+  return findChild<TextBox*>();
 }
 
 QWidget* VellSetupScreen::command_frame(const QString& title, std::initializer_list<VellGroup> groups,

@@ -14,6 +14,9 @@ class VellSetupScreen : public Screen {
  public:
   VellSetupScreen(Services& services, QWidget* parent);
 
+ protected:
+  [[nodiscard]] QWidget* first_control() const override;
+
  private:
   /// A frame with the buttons of some groups, each group on rows of its own.
   QWidget* command_frame(const QString& title, std::initializer_list<VellGroup> groups, int columns);

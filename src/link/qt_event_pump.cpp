@@ -92,8 +92,8 @@ void QtEventPump::sleep(std::chrono::milliseconds pause) {
   throw_if_closing();
   const TimePoint end = now() + pause;
   hold_.begin();
-  // The alarm knows whole milliseconds only, and an event in the middle of a pause would leave it up to one too
-  // long: a hundred commands would feel it. So the last fraction is slept through.
+  // The alarm knows whole milliseconds only, and an event in the middle of a pause would leave it up to one
+  // too long: a hundred commands would feel it. So the last fraction is slept through.
   for (auto left = end - now(); !closing() && left.count() > 0; left = end - now()) {
     if (left > std::chrono::milliseconds(1)) {
       process_events_until(end - std::chrono::milliseconds(1));

@@ -14,8 +14,8 @@ class Program {
         receiver_(port, pump),
         transfers_(link_, pump, dialogs, busy_),
         clock_(link_, pump, dialogs),
-        services_{port,    pump,      dialogs, printer,        settings_,  link_,  clicks_,
-                  receiver_, busy_,   record_length_, transfers_, clock_, checkline_} {}
+        services_{port,      pump,  dialogs,        printer,    settings_, link_,     clicks_,
+                  receiver_, busy_, record_length_, transfers_, clock_,    checkline_} {}
 
   [[nodiscard]] Services& services() { return services_; }
 

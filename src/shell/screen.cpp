@@ -39,5 +39,9 @@ QPushButton* Screen::add_button(const QString& caption, std::function<void()> ha
 
 void Screen::focusInEvent(QFocusEvent* event) {
   QWidget::focusInEvent(event);
-  focusNextChild();
+  if (QWidget* const first = first_control(); first != nullptr) {
+    first->setFocus(Qt::OtherFocusReason);
+  } else {
+    focusNextChild();
+  }
 }

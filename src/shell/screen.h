@@ -29,7 +29,9 @@ class Screen : public QWidget {
                           const char* object_name = "");
   [[nodiscard]] Services& services() const { return services_; }
 
-  /// The panel itself takes no focus: its first control does.
+  /// The control that has the focus first; nothing where it is the first one in the order of Tab.
+  [[nodiscard]] virtual QWidget* first_control() const { return nullptr; }
+  /// The panel itself takes no focus: a control of it does.
   void focusInEvent(QFocusEvent* event) override;
 
  private:

@@ -28,7 +28,6 @@ enum class ScreenCode {
 /// One entry of the menu and the screen it opens.
 struct ScreenEntry {
   const char* caption;
-  const char* name;
   ScreenCode code;
   Screen* (*create)(Services& services, QWidget* parent);
 };

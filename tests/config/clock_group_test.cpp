@@ -143,6 +143,6 @@ INSTANTIATE_TEST_SUITE_P(screens, ClockOn,
                          testing::Values(ClockScreen{"orinparam", 2, true, true},
                                          ClockScreen{"keshsetup", 3, false, false},
                                          ClockScreen{"quorsetup", 4, true, true}),
-                         [](const auto& info) { return std::string(info.param.name); });
+                         [](const auto& test) { return std::string(test.param.name); });
 
 }  // namespace

@@ -3,7 +3,6 @@
 #include "simulator/console.h"
 #include "simulator/options.h"
 
-#include <filesystem>
 #include <fstream>
 #include <gtest/gtest.h>
 #include <iterator>
@@ -13,8 +12,7 @@
 namespace {
 
 std::string manual_page() {
-  const auto here = std::filesystem::path{__FILE__}.parent_path();
-  std::ifstream stream{here / "../../packaging/man/readersim.1"};
+  std::ifstream stream{TARVOS_SOURCES "/packaging/man/readersim.1"};
   return {std::istreambuf_iterator<char>{stream}, {}};
 }
 

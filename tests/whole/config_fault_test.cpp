@@ -4,6 +4,7 @@
 #include "support/bytes.h"
 #include "support/scripted_dialogs.h"
 #include "support/sim_port.h"
+#include "support/test_printer.h"
 #include "whole/config_scripts.h"
 
 #include <QLabel>
@@ -39,7 +40,8 @@ struct SimBench {
   TestPump pump;
   SimPort port;
   ScriptedDialogs dialogs{&pump};
-  Program program{port, pump, dialogs};
+  TestPrinter printer;
+  Program program{port, pump, dialogs, printer};
   MainWindow window{program.services()};
   QTemporaryDir folder;
 
@@ -187,7 +189,7 @@ TEST_P(Failing, is_told_in_bounded_time_and_the_next_click_works) {
 }
 
 INSTANTIATE_TEST_SUITE_P(buttons, Failing, testing::ValuesIn(buttons),
-                         [](const auto& info) { return info.param.name; });
+                         [](const auto& test) { return test.param.name; });
 
 /// What one record becomes when it is fetched.
 std::string lines_of(const std::vector<std::string>& records) {
@@ -267,7 +269,7 @@ TEST(config_upload, a_reader_that_fails_in_the_middle_times_out_and_keeps_what_c
     const std::function<void()> watch = [&] {
       requests = static_cast<std::size_t>(
           std::count(bench.port.writes.begin(), bench.port.writes.end(), "\x85\x02l\x03"));
-      if (requests == 2) {
+      if (requests == 1) {
         bench.port.console("fault 5 " + fault.console);
         return;
       }

@@ -8,7 +8,6 @@
 #include "tools/profile_window.h"
 #include "tools/terminal_view.h"
 
-#include <QAccessible>
 #include <QLabel>
 #include <QLineEdit>
 #include <QTemporaryDir>
@@ -68,28 +67,27 @@ struct PollWhole : WholeBench {
   }
 };
 
-/// Collects what the display tells to assistive clients, line by line, over all clears.
-struct BusLines {
-  static inline QStringList lines;
+/// Collects the lines of the display over all its clears: it looks far more often than a poll can print.
+struct PrintedLines {
+  QStringList lines;
 
-  BusLines() {
-    lines.clear();
-    QAccessible::setActive(true);
-    QAccessible::installUpdateHandler([](QAccessibleEvent* event) {
-      if (event->type() == QAccessible::TextInserted) {
-        const QString text = static_cast<QAccessibleTextInsertEvent*>(event)->textInserted();
-        if (text != QStringLiteral("\n") && event->object()->objectName() == QStringLiteral("protdisp")) {
-          lines << text;
-        }
+  explicit PrintedLines(const DrawnText& display) {
+    QObject::connect(&look_, &QTimer::timeout, &look_, [this, &display] {
+      const std::size_t complete = display.lines().size() - 1;
+      if (complete < taken_) {
+        taken_ = 0;
+      }
+      for (; taken_ < complete; ++taken_) {
+        const DrawnLine& line = display.lines().at(taken_);
+        lines << (line.empty() ? QString() : line.front().text);
       }
     });
+    look_.start(1ms);
   }
-  ~BusLines() {
-    QAccessible::installUpdateHandler(nullptr);
-    QAccessible::setActive(false);
-  }
-  BusLines(const BusLines&) = delete;
-  BusLines& operator=(const BusLines&) = delete;
+
+ private:
+  QTimer look_;
+  std::size_t taken_ = 0;
 };
 
 QString unit(int address, const QString& text) {
@@ -154,13 +152,13 @@ TEST(tools_whole, a_whole_network_is_polled_with_silent_garbled_and_short_reader
   bench.readers.console("fault 30 cut 3 always");
   bench.readers.console("fault 40 other-address 41 always");
   bench.readers.console("swipe 50 4711");
-  const BusLines bus;
+  const PrintedLines printed(*bench.display());
   bench.show_all();
   bench.set(0, 126, 0, 100);
-  bench.poll_until([&] { return BusLines::lines.size() >= 127; });
-  ASSERT_GE(BusLines::lines.size(), 127);
+  bench.poll_until([&] { return printed.lines.size() >= 127; });
+  ASSERT_GE(printed.lines.size(), 127);
   for (int address = 0; address <= 126; ++address) {
-    const QString& line = BusLines::lines.at(address);
+    const QString& line = printed.lines.at(address);
     const QString own = QString(code_page::from_dos_437(static_cast<char>(address + 128)));
     switch (address) {
       case 10:
@@ -202,14 +200,14 @@ TEST(tools_whole, a_record_is_red_then_taken_then_its_end_green) {
 TEST(tools_whole, a_late_reader_is_a_time_out_and_spoils_no_other_readers_line) {
   PollWhole bench(network("29-31"));
   bench.readers.console("fault 30 late 100 always");
-  const BusLines bus;
+  const PrintedLines printed(*bench.display());
   bench.show_all();
   bench.set(29, 31, 120, 50);
-  bench.poll_until([&] { return BusLines::lines.size() >= 3; });
-  ASSERT_GE(BusLines::lines.size(), 3);
-  EXPECT_EQ(BusLines::lines.at(0), unit(29, code_page::from_dos_437('\x9D') + QStringLiteral("^B^C")));
-  EXPECT_EQ(BusLines::lines.at(1), unit(30, QStringLiteral(" TIMEOUT")));
-  EXPECT_EQ(BusLines::lines.at(2), unit(31, code_page::from_dos_437('\x9F') + QStringLiteral("^B^C")));
+  bench.poll_until([&] { return printed.lines.size() >= 3; });
+  ASSERT_GE(printed.lines.size(), 3);
+  EXPECT_EQ(printed.lines.at(0), unit(29, code_page::from_dos_437('\x9D') + QStringLiteral("^B^C")));
+  EXPECT_EQ(printed.lines.at(1), unit(30, QStringLiteral(" TIMEOUT")));
+  EXPECT_EQ(printed.lines.at(2), unit(31, code_page::from_dos_437('\x9F') + QStringLiteral("^B^C")));
 }
 
 TEST(tools_whole, a_cycle_of_silent_polls_costs_delay_and_time_out_within_one_percent) {

@@ -1,6 +1,5 @@
+#include "program_end_unix.h"
 #include "simulator/pty_server.h"
-
-#include "program_end.h"
 #include "simulator/words.h"
 #include "support/bytes.h"
 

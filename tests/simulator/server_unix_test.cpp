@@ -1,7 +1,6 @@
-#include "simulator/server.h"
-
-#include "program_end.h"
+#include "program_end_unix.h"
 #include "simulator/pty_server.h"
+#include "simulator/server.h"
 #include "support/bytes.h"
 
 #include <filesystem>

@@ -1,6 +1,6 @@
 // The program itself, as it is started from a shell: its output, its console, its signals, its ending.
 
-#include "program_end.h"
+#include "program_end_unix.h"
 #include "support/bytes.h"
 
 #include <array>

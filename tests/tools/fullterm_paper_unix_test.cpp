@@ -106,7 +106,7 @@ class PrintQueue {
  public:
   PrintQueue() {
     service_.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-    service_.start(QStringLiteral(QT_TESTCASE_SOURCEDIR "/tools/print_queue.sh"), {service_folder()});
+    service_.start(QStringLiteral(TARVOS_SOURCES "/tests/tools/print_queue.sh"), {service_folder()});
     if (service_.waitForStarted()) {
       service_.waitForReadyRead(180000);
     }

@@ -1,6 +1,5 @@
 // A pause holds clicks and keys back and gives them out afterwards, in a real window.
 #include "link/input_hold.h"
-
 #include "support/pty_bench.h"
 
 #include <QCloseEvent>

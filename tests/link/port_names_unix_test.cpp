@@ -1,5 +1,4 @@
 #include "link/port_names.h"
-
 #include "support/pty.h"
 
 #include <QString>

@@ -1,6 +1,5 @@
 // The real port over pseudo-terminals.
 #include "link/qt_serial_port.h"
-
 #include "support/pty_bench.h"
 
 #include <QCoreApplication>
