@@ -6,12 +6,14 @@
 #include "tools/terminal_qt_printer.h"
 
 #include <QApplication>
+#include <QIcon>
 
 int main(int argc, char** argv) {
   const QApplication application(argc, argv);
   QApplication::setApplicationName(QStringLiteral("Tarvos"));
   QApplication::setApplicationVersion(QStringLiteral(TARVOS_VERSION));
   QApplication::setDesktopFileName(QStringLiteral("org.tarvos.Tarvos"));
+  QApplication::setWindowIcon(QIcon(QStringLiteral(":/shell/tarvos.png")));  // packaging/icons has its source
 
   QtSerialPort port;
   QtEventPump pump(port);

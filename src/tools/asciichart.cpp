@@ -19,12 +19,12 @@ constexpr int row_count = 33;   // the rows below an empty line
 constexpr qreal points = 9;
 
 std::string cell(int code) {
-  char numbers[] = "000 00 ";
-  std::snprintf(numbers, sizeof numbers, "%03d %02X ", code, code);
+  std::array<char, sizeof "000 00 "> numbers{};
+  std::snprintf(numbers.data(), numbers.size(), "%03d %02X ", code, code);
   const std::string character = code < first_printable
                                     ? std::string{'^', static_cast<char>(code + caret_offset)}
                                     : std::string{static_cast<char>(code)};
-  return numbers + character + ' ';
+  return numbers.data() + character + ' ';
 }
 
 }  // namespace
