@@ -10,7 +10,7 @@ remote_display_packages=(tigervnc-standalone-server openbox)
 # To show the window on a Wayland desktop without an X server.
 wayland_packages=(qt6-wayland)
 # To build and run the tests.
-test_packages=(libgtest-dev)
+test_packages=(libgtest-dev poppler-utils)
 # The developers' checks. The formatter and the linter are pinned: another version judges differently.
 check_packages=(clang-format-14 clang-tidy-14 shellcheck desktop-file-utils appstream mandoc libxml2-utils)
 # The benchmarks (the preset bench).

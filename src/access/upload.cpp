@@ -4,7 +4,7 @@
 
 namespace {
 
-constexpr int longest_record = 500;
+constexpr std::size_t longest_record = 500;
 constexpr std::string_view last_reply = "END";
 
 }  // namespace
@@ -23,7 +23,9 @@ void Transfers::upload(const UploadKind& kind, const StatusLine& status) {
   if (kind.port_check == PortCheck::after_dialog && !link_.checkcom()) {
     return;
   }
-  if (link_.network_mode() && !link_.setnetaddr()) {
+  // A plain line needs an address for its connection test only; a missing one must not leave the flag set.
+  const bool address_needed = link_.network_mode() || kind.connection_test == ConnectionTest::made;
+  if (address_needed && !link_.setnetaddr()) {
     return;
   }
   if (kind.flag_set == FlagSet::before_refusals) {
@@ -77,9 +79,10 @@ Transfers::UploadEnd Transfers::upload_records(const UploadKind& kind, const Sta
   std::string reply;
   // The status line has room for five digits, the counter for more: no length of a log ends an upload.
   for (int count = 0;;) {
-    if (!link_.network_mode()) {
-      // Nothing marks the beginning of a plain reply: what a disturbed one has left behind would be taken for
-      // the next, and every reply after it for the one before, without an end.
+    // Nothing marks the beginning of a plain reply: what a disturbed one has left behind would be taken for
+    // the next, and every reply after it for the one before, without an end. What follows a full reply is the
+    // rest of its record, and becomes a line of its own.
+    if (!link_.network_mode() && reply.size() < longest_record) {
       link_.clearcomm();
     }
     link_.write_frame(kind.record_request);

@@ -15,7 +15,6 @@ class UploadFile {
   /// Writes the line and its end. @return false when the file does not take them.
   bool write_line(std::string_view line);
   void close();
-  [[nodiscard]] bool is_open() const { return file_.is_open(); }
 
  private:
   std::ofstream file_;

@@ -59,7 +59,7 @@ void DocumentView::keyPressEvent(QKeyEvent* event) {
 }
 
 GeneralScreen::GeneralScreen(Services& services, QWidget* parent) : Screen("general", services, parent) {
-  Q_INIT_RESOURCE(general);
+  Q_INIT_RESOURCE(shell);
   auto* const view = new DocumentView("help", QStringLiteral("General Info"));
   view->setProperty("source", QLatin1String(source_name));
   view->document()->setDefaultFont(fonts::serif(body_points));

@@ -9,6 +9,7 @@
 #include <QPushButton>
 #include <QScreen>
 #include <QScrollArea>
+#include <QScrollBar>
 #include <QStyle>
 #include <QWindow>
 
@@ -106,6 +107,9 @@ void MainWindow::show_screen(ScreenCode code) {
   Screen& shown = *screen(code);
   shown.show();
   shown.setFocus(Qt::OtherFocusReason);
+  // The focus may have scrolled a panel that is larger than the window: a screen begins at its top.
+  panel_area_->horizontalScrollBar()->setValue(0);
+  panel_area_->verticalScrollBar()->setValue(0);
   shown.entered();
 }
 

@@ -9,11 +9,15 @@
 #include "tools/flag_guard.h"
 #include "tools/fullterm_print.h"
 
+#include <QGuiApplication>
 #include <QInputMethodEvent>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QScreen>
+#include <QStyle>
+#include <QWindow>
 
 namespace {
 
@@ -82,7 +86,15 @@ FullTermWindow::FullTermWindow(Services& services)
       type(text);
     }
   });
-  resize(pop1_->size_for(80, 30) + QSize(0, twips_to_pixels(beneath_area, *this)));
+  connect(qGuiApp, &QGuiApplication::focusWindowChanged, this, [this](const QWindow* window) {
+    // Whoever goes elsewhere after a box, and comes back later, does not come back from the box.
+    if (!box_open_ && window != nullptr && window != windowHandle()) {
+      left_for_box_ = false;
+    }
+  });
+  const QSize title_bar(0, style()->pixelMetric(QStyle::PM_TitleBarHeight));
+  resize((pop1_->size_for(80, 30) + QSize(0, twips_to_pixels(beneath_area, *this)))
+             .boundedTo(screen()->availableSize() - title_bar));
 }
 
 FullTermWindow::~FullTermWindow() {
@@ -91,6 +103,7 @@ FullTermWindow::~FullTermWindow() {
 
 void FullTermWindow::open() {
   if (isVisible()) {
+    setWindowState(windowState() & ~Qt::WindowMinimized);
     raise();
   } else {
     load();

@@ -36,13 +36,15 @@ std::chrono::milliseconds step_wait(std::string_view line) {
 }
 
 void HardwareTest::start(std::chrono::milliseconds continuous_delay) {
-  stop_requested_ = false;
+  // A start that fails leaves a running test as it is, the wish to end it included.
+  if (!running_) {
+    stop_requested_ = false;
+  }
   display_.clear_steps();
-  continuous_delay_ = continuous_delay;
-  hardtest();
+  hardtest(continuous_delay);
 }
 
-void HardwareTest::hardtest() {
+void HardwareTest::hardtest(std::chrono::milliseconds continuous_delay) {
   if (!link_.checkcom()) {
     return;
   }
@@ -51,6 +53,8 @@ void HardwareTest::hardtest() {
     return;
   }
   profile_.tables = load_profile(profile_.testprofilefile);
+  continuous_delay_ = continuous_delay;
+  stop_requested_ = false;
   if (running_) {
     start_over_ = true;
     return;

@@ -42,7 +42,7 @@ class HardwareTest {
   [[nodiscard]] bool running() const { return running_; }
 
  private:
-  void hardtest();
+  void hardtest(std::chrono::milliseconds continuous_delay);
   void run_until_stopped();
   void run();
   void send(std::string_view command);

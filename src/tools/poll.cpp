@@ -110,7 +110,7 @@ void Poller::poll(int address) {
         acknowledge_twice();  // only when no line is shown: that is meant
       }
       break;
-    case Reply::new_range:
+    case Reply::none:
       break;
   }
 }
@@ -121,8 +121,8 @@ Poller::Reply Poller::await_reply() {
   const Deadline first_look(pump_, std::chrono::milliseconds(1));
   for (;;) {
     pump_.yield();
-    if (new_range_) {
-      return Reply::new_range;
+    if (new_range_ || !link_.comopen()) {
+      return Reply::none;
     }
     if (deadline.expired()) {
       return Reply::time_out;

@@ -67,7 +67,7 @@ class Poller {
     std::chrono::milliseconds time_out;
   };
   /// What ended the wait for a reply.
-  enum class Reply { character, time_out, new_range };
+  enum class Reply { character, time_out, none };
 
   [[nodiscard]] std::optional<Range> checked_range(const PollBoxes& boxes);
   void poll_until_stopped();

@@ -45,8 +45,11 @@ void paint_job(QPainter& painter, const QRectF& area, const PrintJob& job,
     for (const PrintPiece& piece : line) {
       font.setBold(piece.bold);
       painter.setFont(font);
-      painter.drawText(QPointF(left, base), code_page::dos_glyphs(code_page::from_dos_437(piece.bytes)));
-      left += column * static_cast<qreal>(piece.bytes.size());
+      // One by one: a glyph that comes from another font must not move the columns after it.
+      for (const QChar character : code_page::dos_glyphs(code_page::from_dos_437(piece.bytes))) {
+        painter.drawText(QPointF(left, base), QString(character));
+        left += column;
+      }
     }
     ++line_of_page;
   }

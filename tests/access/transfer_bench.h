@@ -5,6 +5,7 @@
 
 #include <QTemporaryDir>
 
+#include <algorithm>
 #include <deque>
 #include <filesystem>
 #include <fstream>
@@ -138,6 +139,15 @@ struct TransferBench : LinkBench {
   const std::filesystem::path old_folder_ = std::filesystem::current_path();
   const QTemporaryDir folder_;
 };
+
+/// Whether the program has a file open at that path.
+inline bool holds_open(const std::filesystem::path& path) {
+  const std::filesystem::directory_iterator open_files("/proc/self/fd");
+  return std::any_of(begin(open_files), end(open_files), [&path](const auto& open_file) {
+    std::error_code gone;
+    return std::filesystem::read_symlink(open_file.path(), gone) == path;
+  });
+}
 
 inline std::string blanks(std::size_t count) {
   return std::string(count, ' ');

@@ -135,15 +135,24 @@ TEST_P(Upload, END_must_be_the_whole_reply) {
 }
 
 TEST_P(Upload, a_long_record_is_taken_in_pieces_of_500) {
-  reader.records = {std::string(501, 'x')};
-  reader.spoil = [](int, std::string_view, std::string reply) {
-    return reply.size() > 500 ? reply.substr(0, 500) : reply;
-  };
+  const bool list = &row.kind == &access_list_upload;
+  const std::string record = std::string(499, 'x') + "\x07" + "1234\x07";
+  reader.records = {record};
   expect_dialog();
   dialogs.expect_message(boxes::upload_complete);
   run();
-  const bool list = &row.kind == &access_list_upload;
-  EXPECT_EQ(file("up.txt"), (list ? std::string(70, 'x') + "120" : std::string(500, 'x')) + "\r\n");
+  const std::string first = list ? std::string(70, 'x') + "07\r\n" : record.substr(0, 500) + "\r\n";
+  EXPECT_TRUE(bytes_equal(file("up.txt"), first + line("1234", "07")));
+}
+
+TEST_P(Upload, a_missing_address_ends_it_after_its_box_on_a_plain_line_where_the_connection_is_tested) {
+  settings.reader_address = "";
+  expect_dialog();
+  // One upload sends nothing that needs an address there.
+  dialogs.expect_message(row.tests_connection ? boxes::no_address : boxes::upload_complete);
+  run();
+  EXPECT_EQ(port.written().empty(), row.tests_connection);
+  EXPECT_FALSE(busy.uploading_on);
 }
 
 TEST_P(Upload, a_reader_that_falls_silent_ends_it_with_the_file_left_open) {
@@ -162,6 +171,7 @@ TEST_P(Upload, a_reader_that_falls_silent_ends_it_with_the_file_left_open) {
     EXPECT_EQ(file("up.txt"), line("12345", "07")) << "the line has left the program before the box";
   });
   run();
+  EXPECT_TRUE(holds_open(path("up.txt")));
   const auto before = (row.tests_connection ? 15ms : 0ms) + 100ms + 15ms + 100ms + 15ms;
   EXPECT_EQ(at_box, before + row.silence);
   EXPECT_FALSE(busy.uploading_on);
@@ -177,12 +187,14 @@ TEST_P(Upload, a_new_upload_first_closes_the_file_that_a_time_out_left_open) {
   expect_dialog();
   dialogs.expect_message(boxes::upload_time_out);
   run();
+  EXPECT_TRUE(holds_open(path("up.txt")));
   reader.spoil = {};
   reader.records = {"9\x07"};
   expect_dialog();
   dialogs.expect_message(boxes::upload_complete);
   run();
   EXPECT_EQ(file("up.txt"), line("9", "07"));
+  EXPECT_FALSE(holds_open(path("up.txt")));
 }
 
 TEST_P(Upload, a_request_without_an_acknowledge_times_out_on_a_network) {

@@ -9,6 +9,8 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QRadioButton>
+#include <QScrollArea>
+#include <QScrollBar>
 
 #include <algorithm>
 #include <set>
@@ -127,6 +129,20 @@ TEST(controls, nothing_is_cut_at_the_smallest_size_of_the_window) {
             << describe(screen_table.at(static_cast<std::size_t>(index)), *widget);
       }
     }
+  }
+}
+
+TEST(controls, a_screen_begins_at_its_top_however_small_the_window_is) {
+  WindowBench bench;
+  bench.window.resize(bench.window.minimumSize());
+  auto* const area = bench.window.findChild<QScrollArea*>(QString(), Qt::FindDirectChildrenOnly);
+  ASSERT_NE(area, nullptr);
+  for (int index = 0; index < MenuState::entry_count; ++index) {
+    bench.click_menu(index);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(area->horizontalScrollBar()->value(), 0) << index;
+    EXPECT_EQ(area->verticalScrollBar()->value(), 0) << index;
+    area->verticalScrollBar()->setValue(area->verticalScrollBar()->maximum());
   }
 }
 

@@ -1,6 +1,7 @@
 #include "tools/asciichart.h"
 
 #include "shell/code_page.h"
+#include "support/picture.h"
 #include "support/window_bench.h"
 #include "tools/drawn_text.h"
 
@@ -30,7 +31,7 @@ int column_of(int code) {
 
 /// @param darkness of a pixel that counts, of 255
 bool has_ink(const QImage& picture, const QRectF& cell, int darkness) {
-  const QRect area = cell.toAlignedRect();
+  const QRect area = pixels_of(picture, cell);
   for (int y = area.top(); y <= area.bottom(); ++y) {
     for (int x = area.left(); x <= area.right(); ++x) {
       if (255 - qGray(picture.pixel(x, y)) > darkness) {
@@ -114,7 +115,7 @@ TEST(asciichart, columns_are_true_in_every_row) {
   const QImage picture = bench.picture();
   // The same digit gives the same picture at the same place, row by row.
   const auto cut = [&](int line, int column) {
-    return picture.copy(bench.chart()->cell(line, column).adjusted(1, 0, -1, 0).toRect());
+    return picture.copy(pixels_of(picture, bench.chart()->cell(line, column).adjusted(1, 0, -1, 0)));
   };
   for (int line = 2; line <= 10; ++line) {
     EXPECT_EQ(cut(line, 0), cut(1, 0)) << line;    // the hundreds of the first column

@@ -2,6 +2,7 @@
 
 #include "shell/code_page.h"
 #include "shell/fonts.h"
+#include "support/picture.h"
 
 #include <QAccessible>
 #include <QImage>
@@ -29,7 +30,7 @@ struct DisplayBench {
     const QImage image = picture();
     QRectF area = display.cell(line, column);
     area.setWidth(area.width() * columns);
-    const QRect pixels = area.toAlignedRect().intersected(image.rect());
+    const QRect pixels = pixels_of(image, area).intersected(image.rect());
     for (int y = pixels.top(); y <= pixels.bottom(); ++y) {
       for (int x = pixels.left(); x <= pixels.right(); ++x) {
         if (is(image.pixelColor(x, y))) {

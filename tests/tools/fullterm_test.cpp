@@ -1,5 +1,6 @@
 #include "tools/fullterm.h"
 
+#include "support/picture.h"
 #include "support/window_bench.h"
 #include "tools/drawn_text.h"
 #include "tools/term.h"
@@ -8,12 +9,14 @@
 #include <QAccessible>
 #include <QLabel>
 #include <QLineEdit>
+#include <QScreen>
 
 namespace {
 
 using namespace std::chrono_literals;
 
 constexpr int term_entry = 5;
+constexpr int hardware_test_entry = 7;
 constexpr int diag_entry = 9;
 constexpr QColor black{0, 0, 0};
 constexpr QColor blue{0, 0, 255};
@@ -125,7 +128,7 @@ TEST(fullterm, colours_reach_the_picture) {
   bench.receive("O");
   const QImage picture = bench.pop1->viewport()->grab().toImage();
   const auto has = [&](int column, const QColor& colour) {
-    const QRect cell = bench.pop1->cell(0, column).toAlignedRect();
+    const QRect cell = pixels_of(picture, bench.pop1->cell(0, column));
     for (int y = cell.top(); y <= cell.bottom(); ++y) {
       for (int x = cell.left() + 1; x < cell.right(); ++x) {
         if (picture.pixelColor(x, y) == colour) {
@@ -317,6 +320,35 @@ TEST(fullterm, coming_back_from_another_program_clears_nothing) {
   EXPECT_EQ(bench.drawn(), QStringLiteral("abcd"));
 }
 
+TEST(fullterm, going_elsewhere_after_a_box_and_coming_back_later_starts_an_empty_page) {
+  FullBench bench;
+  bench.type("abc");
+  bench.printer.meanwhile = [&bench] {
+    QWidget box;
+    box.show();
+    bench.activate(box);
+    bench.activate(bench.window);
+  };
+  bench.press(Qt::Key_F8);
+  bench.activate(*bench.full);
+  bench.activate(bench.window);
+  bench.activate(*bench.full);
+  EXPECT_EQ(bench.drawn(), QString());
+}
+
+TEST(fullterm, full_screen_brings_a_minimised_window_back) {
+  FullBench bench;
+  bench.full->showMinimized();
+  bench.click("Full  Screen");
+  EXPECT_FALSE(bench.full->isMinimized());
+}
+
+TEST(fullterm, fits_the_screen) {
+  FullBench bench;
+  EXPECT_LE(bench.full->height(), bench.full->screen()->availableSize().height());
+  EXPECT_LE(bench.full->width(), bench.full->screen()->availableSize().width());
+}
+
 TEST(fullterm, coming_back_from_the_main_window_starts_an_empty_page) {
   FullBench bench;
   bench.type("abc");
@@ -389,6 +421,16 @@ TEST(fullterm, closing_it_starts_no_terminal_on_a_screen_without_one) {
   bench.receive("reply");
   EXPECT_EQ(bench.port.waiting(), "reply");
   EXPECT_FALSE(bench.program.services().receiver.running());
+}
+
+TEST(fullterm, closing_it_gives_the_port_back_to_the_hardware_test) {
+  FullBench bench;
+  bench.activate(bench.window);
+  bench.click_menu(hardware_test_entry);
+  bench.activate(*bench.full);
+  bench.full->close();
+  bench.receive("reply");
+  EXPECT_EQ(bench.find<TerminalView>("Text29")->text(), QStringLiteral("reply"));
 }
 
 TEST(fullterm, opened_again_it_starts_empty_with_no_key_held) {

@@ -395,8 +395,8 @@ TEST(poll, a_port_that_hangs_up_ends_the_polling_without_a_box) {
   bench.pump.after(150ms, [&] { bench.port.hang_up(); });
   bench.poller.start(reader_5());
   EXPECT_FALSE(bench.busy.polling_on);
-  EXPECT_EQ(bench.display.lines, (Lines{{"Unit 005 TIMEOUT", black}}));
-  EXPECT_EQ(bench.pump.elapsed(), 200ms);
+  EXPECT_TRUE(bench.display.lines.empty()) << "nobody was late";
+  EXPECT_LE(bench.pump.elapsed(), 160ms);
 }
 
 TEST(poll, closing_the_program_ends_every_wait_at_once) {

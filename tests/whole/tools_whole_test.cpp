@@ -152,9 +152,10 @@ TEST(tools_whole, a_whole_network_is_polled_with_silent_garbled_and_short_reader
   bench.readers.console("fault 30 cut 3 always");
   bench.readers.console("fault 40 other-address 41 always");
   bench.readers.console("swipe 50 4711");
+  bench.readers.console("fault 60 late 115 always");
   const PrintedLines printed(*bench.display());
   bench.show_all();
-  bench.set(0, 126, 0, 100);
+  bench.set(0, 126, 20, 100);
   bench.poll_until([&] { return printed.lines.size() >= 127; });
   ASSERT_GE(printed.lines.size(), 127);
   for (int address = 0; address <= 126; ++address) {
@@ -163,6 +164,7 @@ TEST(tools_whole, a_whole_network_is_polled_with_silent_garbled_and_short_reader
     switch (address) {
       case 10:
       case 11:
+      case 60:
         EXPECT_EQ(line, unit(address, QStringLiteral(" TIMEOUT")));
         break;
       case 20:
