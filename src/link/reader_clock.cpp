@@ -94,6 +94,7 @@ void ReaderClock::readdt() {
   link_.clearcomm();
   link_.discard_received();
   std::string& reply = link_.last_response();
+  reply.clear();
   if (!link_.write_frame("t") ||
       !link_.getinput(reply, longest_clock_reply, timings::clock_reply, true, false)) {
     dialogs_.message(messages::error_reading);

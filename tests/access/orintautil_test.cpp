@@ -83,6 +83,19 @@ TEST_F(Orintautil, download_of_the_access_list_takes_the_record_length_of_the_se
   EXPECT_FALSE(progress->isVisible());
 }
 
+TEST_F(Orintautil, a_record_length_that_was_only_typed_is_enough_for_the_download) {
+  click_menu(2);
+  QTest::keyClicks(find<QLineEdit>("Text2"), QStringLiteral("12"));
+  click_menu(menu_index);
+  answer_test();
+  port.answer("AC007123456789012\r", "A\r");
+  dialogs.expect_open("Download Access List File",
+                      folder.write("list.txt", "123456789012" + std::string(58, ' ') + "07"));
+  dialogs.expect_message("        Download Complete         ");
+  press("access_list_download");
+  EXPECT_TRUE(port.written().find("AC007123456789012\r") != std::string::npos) << port.written();
+}
+
 TEST_F(Orintautil, each_button_has_its_own_transfer) {
   answer_test();
   port.answer("u\r", "END\r");

@@ -280,6 +280,14 @@ TEST_P(Upload, from_all_readers_is_refused) {
   EXPECT_EQ(shown, Texts{});
 }
 
+TEST_P(Upload, address_127_is_refused_on_a_network_only) {
+  settings.reader_address = "127";
+  expect_dialog();
+  dialogs.expect_message(boxes::upload_complete);
+  run();
+  EXPECT_EQ(file("up.txt"), "");
+}
+
 TEST_P(Upload, a_file_left_alone_by_a_refusal_keeps_its_lines) {
   write_file("up.txt", "old");
   use_all_readers();

@@ -12,9 +12,10 @@ Pauses command_pauses(std::size_t count) {
   return Pauses(count, 200ms);
 }
 
-TEST_P(Golden, on_a_plain_line) {
-  const Row& row = GetParam();
+/// @param address 127 too: without network mode it is an address like any other
+void expect_plain_line(const Row& row, const char* address) {
   Bench bench(row);
+  bench.program.services().settings.reader_address = address;
   bench.port.responder = [&bench](std::string_view written) {
     if (written == "V\r") {
       bench.arrive(identification + "\r");
@@ -31,6 +32,14 @@ TEST_P(Golden, on_a_plain_line) {
   }
   expect_frames(bench.port.writes, expected);
   EXPECT_EQ(bench.pump.sleeps, row.pauses);
+}
+
+TEST_P(Golden, on_a_plain_line) {
+  expect_plain_line(GetParam(), "0");
+}
+
+TEST_P(Golden, on_a_plain_line_with_address_127) {
+  expect_plain_line(GetParam(), "127");
 }
 
 TEST_P(Golden, on_a_network_that_acknowledges) {

@@ -4,9 +4,11 @@
 #include "support/whole_bench.h"
 #include "whole/config_scripts.h"
 
+#include <QDate>
 #include <QLabel>
 #include <QTemporaryDir>
 
+#include <algorithm>
 #include <fstream>
 
 namespace {
@@ -56,6 +58,23 @@ TEST_P(SetUp, from_the_screens_on_a_network) {
   for (const auto& [name, value] : script.wanted) {
     EXPECT_EQ(bench.readers.value(5, name), value) << name;  // each was acknowledged
   }
+}
+
+TEST_P(SetUp, sets_the_readers_clock_to_that_of_the_computer) {
+  const Script& script = GetParam();
+  if (std::none_of(script.steps.begin(), script.steps.end(),
+                   [](const Step& step) { return step.button == "set_date_time"; })) {
+    EXPECT_EQ(script.family, readersim::Family::vell) << "all others have a clock";
+    return;
+  }
+  WholeBench bench(reader_at(5, script.family));
+  bench.use_network("5");
+  bench.readers.console("set 5 clock 0101010000001");
+  ASSERT_TRUE(bench.readers.value(5, "clock").starts_with("01-01-01"));
+  perform(bench, script.steps.back());
+  const QString today = QDate::currentDate().toString(QStringLiteral("yy-MM-dd"));
+  EXPECT_TRUE(bench.readers.value(5, "clock").starts_with(today.toStdString()))
+      << bench.readers.value(5, "clock");
 }
 
 INSTANTIATE_TEST_SUITE_P(every_family, SetUp, testing::ValuesIn(scripts()), name_of);

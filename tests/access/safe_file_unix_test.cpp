@@ -1,6 +1,5 @@
-#include "access/safe_file.h"
-
 #include "access/folders.h"
+#include "access/safe_file.h"
 #include "link/click.h"
 
 #include <QDir>
