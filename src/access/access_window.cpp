@@ -86,7 +86,7 @@ void AccessWindow::open_file() {
   file_name_ = answer.name;
   sorted_column_ = -1;
   view_->horizontalHeader()->setSortIndicatorShown(false);
-  setWindowTitle(QStringLiteral("Access File: ") + QString::fromStdString(shown_name(file_name_)));
+  show_file_name("Access File: ", file_name_);
 }
 
 void AccessWindow::save_file() {

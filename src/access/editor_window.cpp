@@ -1,5 +1,7 @@
 #include "access/editor_window.h"
 
+#include "access/safe_file.h"
+
 #include <QAction>
 
 EditorWindow::EditorWindow(const char* object_name, Services& services, QWidget* parent)
@@ -15,6 +17,12 @@ void EditorWindow::open() {
   setWindowState(windowState() & ~Qt::WindowMinimized);
   raise();
   activateWindow();
+}
+
+void EditorWindow::show_file_name(const char* words, const std::filesystem::path& name) {
+  const QString title = QLatin1String(words) + QString::fromStdString(shown_name(name));
+  // "[*]" in a title is a place holder of the toolkit; two stand for the characters themselves.
+  setWindowTitle(QString(title).replace(QStringLiteral("[*]"), QStringLiteral("[*][*]")));
 }
 
 QAction* EditorWindow::new_entry(const char* caption, std::function<void()> handler) {

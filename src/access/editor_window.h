@@ -4,6 +4,7 @@
 
 #include <QMainWindow>
 
+#include <filesystem>
 #include <functional>
 
 class QAction;
@@ -23,6 +24,8 @@ class EditorWindow : public QMainWindow {
   /// The state of a window that has just been opened.
   virtual void load() = 0;
 
+  /// Sets the caption to the words and the name of a file, to the letter.
+  void show_file_name(const char* words, const std::filesystem::path& name);
   /// An entry of a menu, or of the menu bar itself, that runs `handler`.
   template <typename Menu>
   QAction* add_entry(Menu* menu, const char* caption, std::function<void()> handler) {

@@ -17,6 +17,14 @@ bool is_enter(int key) {
   return key == Qt::Key_Return || key == Qt::Key_Enter;
 }
 
+/// What is typed next replaces the text, as after Tab. The caret stands at its beginning: a text read from a
+/// file ends in blanks, and its beginning is what a person wants to see.
+void enter_box(TextBox& box) {
+  box.setFocus();
+  const auto length = static_cast<int>(box.text().size());
+  box.setSelection(length, -length);
+}
+
 }  // namespace
 
 ModAccess::ModAccess(AccessListModel& list, ClickRunner& clicks, Dialogs& dialogs, QWidget* parent)
@@ -82,11 +90,10 @@ void ModAccess::fill(const ListRow& row) {
   id_->setText(row.id);
   name_->setText(row.name);
   schedule_->setText(row.schedule);
-  // A text read from a file ends in blanks: its beginning is what a person wants to see.
   for (TextBox* const box : {id_, name_, schedule_}) {
     box->setCursorPosition(0);
   }
-  id_->setFocus();
+  enter_box(*id_);
 }
 
 void ModAccess::add() {
@@ -121,11 +128,11 @@ bool ModAccess::eventFilter(QObject* receiver, QEvent* event) {
   const bool onward = is_enter(key) || key == Qt::Key_Down;
   const bool back = key == Qt::Key_Up;
   if ((onward && receiver == id_) || (back && receiver == schedule_)) {
-    name_->setFocus();
+    enter_box(*name_);
   } else if (onward && receiver == name_) {
-    schedule_->setFocus();
+    enter_box(*schedule_);
   } else if (back && receiver == name_) {
-    id_->setFocus();
+    enter_box(*id_);
   } else {
     return is_enter(key) || QDialog::eventFilter(receiver, event);
   }

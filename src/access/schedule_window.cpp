@@ -128,7 +128,7 @@ void ScheduleWindow::enable_boxes(bool enabled) {
 
 void ScheduleWindow::show_file() {
   enable_boxes(true);
-  setWindowTitle(QStringLiteral("Schedule File: ") + QString::fromStdString(shown_name(editor_.file_name())));
+  show_file_name("Schedule File: ", editor_.file_name());
   number_->setText(QString::fromStdString(with_leading_zeros(editor_.current(), number_digits)));
   show_texts();
   number_->setFocus();
@@ -160,5 +160,6 @@ void ScheduleWindow::number_entered() {
   if (editor_.validate_current(associated_->text().toStdString())) {
     editor_.getschedule(number_->text().toStdString());
     show_texts();
+    number_->selectAll();  // for the next number
   }
 }

@@ -329,6 +329,19 @@ TEST_F(AccessEditor, keys_move_between_the_boxes) {
   EXPECT_EQ(focus(), "employee_schedule");
 }
 
+TEST_F(AccessEditor, what_is_typed_after_moving_to_a_box_replaces_its_text) {
+  open(three);
+  double_click(1);
+  QTest::keyClick(modaccess->focusWidget(), Qt::Key_Return);
+  QTest::keyClick(modaccess->focusWidget(), Qt::Key_Down);
+  QTest::keyClicks(modaccess->focusWidget(), QStringLiteral("31"));
+  EXPECT_EQ(box("employee_schedule")->text(), QStringLiteral("31"));
+  QTest::keyClick(modaccess->focusWidget(), Qt::Key_Up);
+  QTest::keyClick(modaccess->focusWidget(), Qt::Key_Up);
+  QTest::keyClicks(modaccess->focusWidget(), QStringLiteral("99"));
+  EXPECT_EQ(box("employee_id")->text(), QStringLiteral("99"));
+}
+
 TEST_F(AccessEditor, enter_in_a_box_presses_no_button) {
   new_employee();
   type("employee_id", "1");

@@ -125,7 +125,7 @@ TEST_F(ScheduleEditorWindow, enter_in_the_number_box_shows_that_schedule) {
   type("schedule_number", "7");
   QTest::keyClick(box("schedule_number"), Qt::Key_Return);
   EXPECT_EQ(box("start_time_0")->text(), QStringLiteral("0000"));
-  type("schedule_number", "1");
+  QTest::keyClicks(box("schedule_number"), QStringLiteral("01"));  // replaces the number that was shown
   QTest::keyClick(box("schedule_number"), Qt::Key_Enter);
   EXPECT_EQ(box("start_time_0")->text(), QStringLiteral("0800"));
 }
