@@ -2,6 +2,8 @@
 
 #include "access/transfers.h"
 
+#include "link/timings.h"
+
 bool Transfers::reader_answers() {
   const bool connected = link_.reader_connected();
   if (!connected) {

@@ -1,6 +1,7 @@
 #include "access/transfers.h"
 #include "link/frame.h"
 #include "link/numbers.h"
+#include "link/timings.h"
 
 namespace {
 

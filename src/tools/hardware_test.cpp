@@ -81,7 +81,12 @@ void HardwareTestScreen::entered() {
   }
   output_->clear();
   show_profile();
-  services().receiver.start([this](const ReceivedLines& lines) { output_->append(lines); });
+  services().receiver.start([this](const ReceivedLines& lines) {
+    output_->append(lines);
+    if (lines.size() > 1) {
+      repaint_output();  // a line is seen as soon as it has ended, while the test holds the window
+    }
+  });
 }
 
 void HardwareTestScreen::start() {

@@ -11,6 +11,8 @@
 #include <QMenu>
 #include <QMouseEvent>
 
+#include <utility>
+
 namespace {
 
 /// So many pasted characters go out at once. At the slowest speed they take an eighth of a second.
@@ -81,7 +83,22 @@ bool TypingBox::event(QEvent* event) {
   return TerminalView::event(event);
 }
 
+/// A key that is typed while a pasted text is still going out goes out after it, and so never in its middle.
+bool TypingBox::queue_behind_paste(const QKeyEvent& event) {
+  const int key = event.key();
+  const bool sends = key == Qt::Key_F9 || key == Qt::Key_F10 || !event.text().isEmpty();
+  const bool moves = key == Qt::Key_Delete || key == Qt::Key_Tab || key == Qt::Key_Backtab;
+  if (!typist_->running() || !sends || moves || event.modifiers().testFlag(Qt::AltModifier)) {
+    return false;
+  }
+  after_paste_.push_back(KeyFacts::of(event));
+  return true;
+}
+
 void TypingBox::keyPressEvent(QKeyEvent* event) {
+  if (queue_behind_paste(*event)) {
+    return;
+  }
   if (!keys_.key_down(KeyFacts::of(*event))) {
     edit(*event);
   }
@@ -136,6 +153,7 @@ void TypingBox::focusOutEvent(QFocusEvent* event) {
 void TypingBox::hideEvent(QHideEvent* event) {
   if (!event->spontaneous()) {  // a minimized window still shows this screen
     to_type_.clear();
+    after_paste_.clear();
     typist_->stop();
   }
   TerminalView::hideEvent(event);
@@ -156,7 +174,14 @@ void TypingBox::type_some() {
   if (!keys_.characters(piece)) {
     to_type_.clear();
   }
-  to_type_.isEmpty() ? typist_->stop() : typist_->start();
+  if (!to_type_.isEmpty()) {
+    typist_->start();
+    return;
+  }
+  typist_->stop();
+  for (const KeyFacts& key : std::exchange(after_paste_, {})) {
+    keys_.key_down(key);
+  }
 }
 
 void TypingBox::cut() {

@@ -4,6 +4,7 @@
 #include "tools/terminal_view.h"
 
 #include <memory>
+#include <vector>
 
 class Ticker;
 struct Services;
@@ -45,11 +46,13 @@ class TypingBox : public TerminalView, private KeyTarget {
   void show_character(char byte) override;
   void before_alt_code() override;
   void erase_selection();
+  [[nodiscard]] bool queue_behind_paste(const QKeyEvent& event);
   void edit(QKeyEvent& event);
   void type_some();
 
   Services& services_;
   TerminalKeys keys_;
   QString to_type_;
+  std::vector<KeyFacts> after_paste_;
   std::unique_ptr<Ticker> typist_;
 };

@@ -64,6 +64,25 @@ struct HardwareTestBench : FreshMachine, WindowBench {
 
 }  // namespace
 
+TEST(hardware_test, a_line_that_has_ended_is_painted_at_once) {
+  struct Painted : QObject {
+    int count = 0;
+    bool eventFilter(QObject* /*receiver*/, QEvent* event) override {
+      count += event->type() == QEvent::Paint ? 1 : 0;
+      return false;
+    }
+  } painted;
+  HardwareTestBench bench;
+  QCoreApplication::processEvents();
+  bench.find<TerminalView>("Text29")->viewport()->installEventFilter(&painted);
+  bench.port.arrive("OK");
+  bench.pump.idle(5ms);
+  EXPECT_EQ(painted.count, 0);
+  bench.port.arrive("\r");
+  bench.pump.idle(5ms);
+  EXPECT_EQ(painted.count, 1);
+}
+
 TEST(hardware_test, entering_shows_the_default_profile_and_its_file_is_there) {
   HardwareTestBench bench;
   EXPECT_EQ(bench.window.screen_code(), ScreenCode::test);

@@ -301,6 +301,17 @@ TEST(term, a_long_paste_is_sent_whole_and_in_order_in_pieces_that_leave_time_for
   EXPECT_EQ(bench.typed_lines(), Lines{text.toStdString()});
 }
 
+TEST(term, what_is_typed_during_a_paste_goes_out_after_it) {
+  TermBench bench;
+  bench.typing->type(QString(200, u'x'));
+  bench.type("end");
+  bench.press(Qt::Key_Return);
+  bench.press(Qt::Key_C, Qt::ControlModifier);
+  EXPECT_EQ(bench.port.written().find('e'), std::string::npos);
+  bench.pump.idle(2000ms);
+  EXPECT_TRUE(bytes_equal(bench.port.written(), std::string(200, 'x') + "end\r\x03"));
+}
+
 TEST(term, a_paste_ends_when_another_screen_is_shown) {
   TermBench bench;
   bench.typing->type(QString(1000, u'x'));
