@@ -19,13 +19,12 @@ struct Console::Entry {
 
 const std::vector<Console::Entry>& Console::entries() {
   static const std::vector<Entry> table{
-      {"show", 1, &Console::show,
-       "show [A]               one line about each reader, or everything about reader A"},
+      {"show", 1, &Console::show, "show [A]               one line about each reader, or all about reader A"},
       {"swipe", 3, &Console::swipe, "swipe A TEXT           draw a card with that text (\\x41 is a byte)"},
-      {"set", 4, &Console::set,
-       "set A NAME VALUE       change what 'show A' shows, for example 'set 5 baud 1200'"},
+      {"set", 4, &Console::set, "set A NAME VALUE       change what 'show A' shows: 'set 5 baud 1200'"},
       {"fault", 2, &Console::fault,
-       "fault A KIND [K]       spoil the next K answers of reader A ('always': all); 'fault A clear'"},
+       "fault A KIND [K]       spoil the next K answers of reader A, or 'always';\n"
+       "                         'fault A clear' ends it"},
       {"faults", 1, &Console::faults, "faults                 the faults that are still to come"},
       {"present", 1, &Console::present, "present [A on|off]     plug a reader in or out of the network"},
       {"answer", 3, &Console::answer,

@@ -18,6 +18,9 @@ enum class OnFileFailure { go_on, end_silently };
 /// after one: further uploads then do nothing, and clears refuse, until the program ends.
 enum class FlagSet { after_refusals, before_refusals };
 enum class ConnectionTest { none, made };
+/// Whether a plain line needs an address too. Where it does not, a missing one fails the connection test,
+/// with two boxes; where it does, it ends the click after its own, before the flag is set.
+enum class AddressNeeded { on_network, always };
 enum class EmptyReply { skipped, written };
 
 struct UploadKind {
@@ -28,6 +31,7 @@ struct UploadKind {
   std::chrono::milliseconds reply_time_out;
   PortCheck port_check;
   OnCancel on_cancel;
+  AddressNeeded address_needed;
   ConnectionTest connection_test;
   FlagSet flag_set;
   OnFileFailure on_file_failure;

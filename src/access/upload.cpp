@@ -17,16 +17,16 @@ void Transfers::upload(const UploadKind& kind, const StatusLine& status) {
   if (busy()) {
     return;
   }
-  const FileAnswer answer = dialogs_.choose_save_file({kind.title, kind.file_name});
+  FileRequest request{kind.title, kind.file_name};
+  request.written_in_place = true;
+  const FileAnswer answer = dialogs_.choose_save_file(request);
   if (!answer.accepted && kind.on_cancel == OnCancel::end) {
     return;
   }
   if (kind.port_check == PortCheck::after_dialog && !link_.checkcom()) {
     return;
   }
-  // A plain line needs an address for its connection test only; a missing one must not leave the flag set.
-  const bool address_needed = link_.network_mode() || kind.connection_test == ConnectionTest::made;
-  if (address_needed && !link_.setnetaddr()) {
+  if ((link_.network_mode() || kind.address_needed == AddressNeeded::always) && !link_.setnetaddr()) {
     return;
   }
   if (kind.flag_set == FlagSet::before_refusals) {

@@ -10,6 +10,11 @@ void ClickRunner::run(const std::function<void()>& handler) {
     pump_.after_pause([this, handler] { run(handler); });
     return;
   }
+  if (dialogs_.box_open()) {
+    // An assistive client reaches past a box; the box is answered first all the same.
+    dialogs_.after_box([this, handler] { run(handler); });
+    return;
+  }
   try {
     run_now(handler);
   } catch (const ProgramClosing&) {

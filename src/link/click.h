@@ -16,7 +16,7 @@ class ClickError : public std::runtime_error {
 
 /// Runs what a click, a key or a choice stands for. The one place where a handler's failure ends: a
 /// ClickError becomes its box, the closing of the program ends it silently, and what arrives during a
-/// pause (an assistive client's click, say) waits for the pause's end.
+/// pause or behind an open box (an assistive client's click, say) waits for its end.
 class ClickRunner {
  public:
   ClickRunner(EventPump& pump, Dialogs& dialogs) : pump_(pump), dialogs_(dialogs) {}

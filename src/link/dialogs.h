@@ -1,7 +1,10 @@
 #pragma once
 
 #include <filesystem>
+#include <functional>
 #include <string_view>
+#include <utility>
+#include <vector>
 
 /// Where a file dialog starts. The folders are created when a dialog first starts in them.
 enum class StartFolder {
@@ -17,6 +20,7 @@ struct FileRequest {
   StartFolder folder = StartFolder::current;
   std::string_view filter = "Text (*.txt)";
   std::string_view extension = "txt";  ///< added to a name that has none
+  bool written_in_place = false;       ///< else a save writes a new file beside the old one and replaces it
 };
 
 struct FileAnswer {
@@ -41,4 +45,20 @@ class Dialogs {
   virtual FileAnswer choose_open_file(const FileRequest& request) = 0;
   /// Asks before an existing file is replaced, and refuses a place that cannot be written.
   virtual FileAnswer choose_save_file(const FileRequest& request) = 0;
+
+  /// While a box waits for its answer, everything else waits for the box.
+  [[nodiscard]] bool box_open() const { return open_boxes_ > 0; }
+  /// Runs `action` from the event loop once no box is open.
+  void after_box(std::function<void()> action) { waiting_.push_back(std::move(action)); }
+
+ protected:
+  void box_opens() { ++open_boxes_; }
+  /// @return what has waited for the box, once the last one is closed
+  [[nodiscard]] std::vector<std::function<void()>> box_closes() {
+    return --open_boxes_ > 0 ? std::vector<std::function<void()>>{} : std::exchange(waiting_, {});
+  }
+
+ private:
+  int open_boxes_ = 0;
+  std::vector<std::function<void()>> waiting_;
 };

@@ -111,6 +111,12 @@ void ComScreen::reopen_after(OptionGroup* group, std::function<void(int index)> 
   });
 }
 
+void ComScreen::entered() {
+  for (int index = 0; index < port_->count(); ++index) {
+    tell_about_port(index + 1);
+  }
+}
+
 bool ComScreen::eventFilter(QObject* receiver, QEvent* event) {
   if (event->type() == QEvent::ToolTip || event->type() == QEvent::FocusIn) {
     for (int index = 0; index < port_->count(); ++index) {

@@ -10,6 +10,8 @@ class ComScreen : public Screen {
  public:
   ComScreen(Services& services, QWidget* parent);
 
+  void entered() override;
+
  protected:
   bool eventFilter(QObject* receiver, QEvent* event) override;
 

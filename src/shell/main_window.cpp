@@ -1,7 +1,9 @@
 #include "shell/main_window.h"
 
 #include "shell/twips.h"
+#include "shell/window_access.h"
 
+#include <QAccessible>
 #include <QApplication>
 #include <QCloseEvent>
 #include <QKeyEvent>
@@ -55,6 +57,7 @@ std::size_t index_of(ScreenCode code) {
 
 MainWindow::MainWindow(Services& services)
     : services_(services), panel_area_(new QScrollArea(this)), menu_(new MenuColumn(captions(), this)) {
+  QAccessible::installFactory(make_window_access);  // installed once, however often it is asked for
   setObjectName(QStringLiteral("Tarvos"));
   setWindowTitle(QLatin1String(title));
   auto* const panels = new QWidget;
@@ -63,9 +66,16 @@ MainWindow::MainWindow(Services& services)
   panel_area_->setWidget(panels);
   for (std::size_t index = 0; index < screen_table.size(); ++index) {
     screens_.at(index) = screen_table.at(index).create(services, panels);
+    screens_.at(index)->setAccessibleName(QLatin1String(screen_table.at(index).caption));
   }
   connect(menu_, &MenuColumn::entry_clicked, this,
           [this](int index) { services_.clicks.run([this, index] { menu_clicked(index); }); });
+  connect(menu_, &MenuColumn::mouse_left, this, [this] {
+    // A box that opens under the mouse takes no highlight away: whether the mouse has left is seen after it.
+    if (!services_.dialogs.box_open()) {
+      menu_->mouse_over_background();
+    }
+  });
   const QSize menu_size(twips_to_pixels(panel_left, *this), menu_->minimumSizeHint().height());
   setMinimumSize(menu_size.width() * 2, menu_size.height());
   QApplication::instance()->installEventFilter(this);
@@ -223,6 +233,12 @@ bool MainWindow::handle_key(const QKeyEvent& event) {
 void MainWindow::changeEvent(QEvent* event) {
   if (event->type() == QEvent::ActivationChange && isActiveWindow()) {
     services_.receiver.set_screenactive(false);
+    if (box_was_open_) {
+      box_was_open_ = false;
+      menu_->look_for_mouse();
+    }
+  } else if (event->type() == QEvent::ActivationChange) {
+    box_was_open_ = services_.dialogs.box_open();
   }
   QWidget::changeEvent(event);
 }

@@ -3,6 +3,8 @@
 #include "shell/fonts.h"
 #include "shell/twips.h"
 
+#include <QAccessible>
+#include <QCursor>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPaintEvent>
@@ -106,6 +108,7 @@ void MenuEntry::keyPressEvent(QKeyEvent* event) {
 
 MenuColumn::MenuColumn(const QStringList& captions, QWidget* parent) : QWidget(parent) {
   setObjectName(QStringLiteral("menu"));
+  setAccessibleName(QStringLiteral("Menu"));
   for (int index = 0; index < captions.size(); ++index) {
     auto* const entry = new MenuEntry(captions[index], this);
     connect(entry, &MenuEntry::clicked, this, [this, index] { Q_EMIT entry_clicked(index); });
@@ -147,6 +150,14 @@ void MenuColumn::mouse_over_background() {
 void MenuColumn::move_highlight(int step) {
   state_.move_highlight(step);
   show_state();
+  QAccessibleEvent walked(entry(state_.pointer()), QAccessible::Focus);
+  QAccessible::updateAccessibility(&walked);
+}
+
+void MenuColumn::look_for_mouse() {
+  if (!rect().contains(mapFromGlobal(QCursor::pos()))) {
+    mouse_over_background();
+  }
 }
 
 void MenuColumn::reset() {
@@ -168,6 +179,9 @@ void MenuColumn::show_state() {
     entry(index)->set_text_colour(index == state_.selected()  ? selected_colour
                                   : index == state_.hovered() ? highlight_colour
                                                               : normal_colour);
+    // Not by colour alone.
+    entry(index)->setAccessibleDescription(index == state_.selected() ? QStringLiteral("selected")
+                                                                      : QString());
   }
   pointer_->setGeometry(twips_to_pixels(pointer_left, *this), entry(state_.pointer())->y(),
                         twips_to_pixels(pointer_width, *this), twips_to_pixels(entry_height, *this));
@@ -185,6 +199,6 @@ void MenuColumn::paintEvent(QPaintEvent* event) {
 }
 
 void MenuColumn::leaveEvent(QEvent* event) {
-  mouse_over_background();
+  Q_EMIT mouse_left();
   QWidget::leaveEvent(event);
 }

@@ -46,10 +46,13 @@ class MenuColumn : public QWidget {
   void nohighlights();
   void mouse_over_background();
   void move_highlight(int step);
+  /// Takes the highlight away where the mouse is elsewhere by now.
+  void look_for_mouse();
   void reset();
 
  Q_SIGNALS:
   void entry_clicked(int index);
+  void mouse_left();
 
  protected:
   void paintEvent(QPaintEvent* event) override;

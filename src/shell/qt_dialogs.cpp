@@ -10,20 +10,47 @@
 #include <QMessageBox>
 #include <QTemporaryFile>
 
+#include <algorithm>
+
 namespace {
 
 QString text_of(std::string_view utf8) {
   return QString::fromUtf8(utf8.data(), static_cast<qsizetype>(utf8.size()));
 }
 
-QMessageBox::StandardButton show_box(std::string_view text, QMessageBox::StandardButtons buttons) {
-  QMessageBox box(QApplication::activeWindow());
+/// The window that a box stands before, also while another program is in front.
+QWidget* window_for_box() {
+  if (QWidget* const active = QApplication::activeWindow(); active != nullptr) {
+    return active;
+  }
+  const QWidgetList windows = QApplication::topLevelWidgets();
+  const auto shown = std::find_if(windows.begin(), windows.end(), [](const QWidget* widget) {
+    return widget->isVisible() && widget->windowType() == Qt::Window;
+  });
+  return shown == windows.end() ? nullptr : *shown;
+}
+
+}  // namespace
+
+QMessageBox::StandardButton QtDialogs::show_box(std::string_view text, QMessageBox::StandardButtons buttons) {
+  QMessageBox box(window_for_box());
   box.setWindowTitle(QStringLiteral("Tarvos"));
   box.setTextFormat(Qt::PlainText);
   box.setText(text_of(text).replace(u'\r', u'\n'));
   box.setStandardButtons(buttons);
-  return static_cast<QMessageBox::StandardButton>(box.exec());
+  return static_cast<QMessageBox::StandardButton>(exec(box));
 }
+
+int QtDialogs::exec(QDialog& dialog) {
+  box_opens();
+  const int result = dialog.exec();
+  for (auto& action : box_closes()) {
+    QMetaObject::invokeMethod(qApp, std::move(action), Qt::QueuedConnection);
+  }
+  return result;
+}
+
+namespace {
 
 void set_up(QFileDialog& dialog, const FileRequest& request) {
   const std::filesystem::path folder = folder_to_start_in(request.folder);
@@ -40,12 +67,14 @@ std::filesystem::path chosen_in(const QFileDialog& dialog) {
 }
 
 /// Why a file cannot be written there; empty when it can. It is tried, because permissions alone tell too
-/// little: the folder takes a new file, and a file that is there opens. Nothing that was there changes.
-QString obstacle(const QString& name) {
+/// little: the folder takes a new file, unless an old one is written in place, and a file that is there
+/// opens. Nothing that was there changes.
+QString obstacle(const QString& name, const FileRequest& request) {
+  const bool new_file = !QFileInfo::exists(name) || !request.written_in_place;
   QTemporaryFile beside(QFileInfo(name).absolutePath() + QStringLiteral("/tarvos-XXXXXX"));
   QFile file(name);
   QString why;
-  if (!beside.open()) {
+  if (new_file && !beside.open()) {
     why = beside.errorString();
   } else if (QFileInfo::exists(name) &&
              !file.open(QIODevice::ReadWrite | QIODevice::Append | QIODevice::ExistingOnly)) {
@@ -65,7 +94,7 @@ void QtDialogs::honour_a_close() {
 
 /// Shows the dialog. One that the closing of the program has ended was not answered at all.
 bool QtDialogs::accepted(QDialog& dialog) {
-  const bool yes = dialog.exec() == QDialog::Accepted;
+  const bool yes = exec(dialog) == QDialog::Accepted;
   pump_.throw_if_closing();
   return yes;
 }
@@ -85,7 +114,7 @@ bool QtDialogs::ask(std::string_view text) {
 
 FileAnswer QtDialogs::choose_open_file(const FileRequest& request) {
   honour_a_close();
-  QFileDialog dialog(QApplication::activeWindow(), text_of(request.title));
+  QFileDialog dialog(window_for_box(), text_of(request.title));
   dialog.setAcceptMode(QFileDialog::AcceptOpen);
   dialog.setFileMode(QFileDialog::ExistingFile);
   set_up(dialog, request);
@@ -95,12 +124,12 @@ FileAnswer QtDialogs::choose_open_file(const FileRequest& request) {
 
 FileAnswer QtDialogs::choose_save_file(const FileRequest& request) {
   honour_a_close();
-  QFileDialog dialog(QApplication::activeWindow(), text_of(request.title));
+  QFileDialog dialog(window_for_box(), text_of(request.title));
   dialog.setAcceptMode(QFileDialog::AcceptSave);
   dialog.setFileMode(QFileDialog::AnyFile);
   set_up(dialog, request);
   while (accepted(dialog)) {
-    const QString why = obstacle(dialog.selectedFiles().value(0));
+    const QString why = obstacle(dialog.selectedFiles().value(0), request);
     if (why.isEmpty()) {
       return {true, chosen_in(dialog)};
     }

@@ -3,7 +3,7 @@
 #include "link/dialogs.h"
 #include "link/event_pump.h"
 
-class QDialog;
+#include <QMessageBox>
 
 /// The boxes of the running program, modal over the window that has the focus.
 class QtDialogs : public Dialogs {
@@ -16,6 +16,8 @@ class QtDialogs : public Dialogs {
   FileAnswer choose_save_file(const FileRequest& request) override;
 
  private:
+  QMessageBox::StandardButton show_box(std::string_view text, QMessageBox::StandardButtons buttons);
+  int exec(QDialog& dialog);
   void honour_a_close();
   bool accepted(QDialog& dialog);
 

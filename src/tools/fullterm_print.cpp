@@ -24,7 +24,7 @@ void append(PrintLine& line, char byte, bool bold) {
 
 Printer::Result print_to_chosen_pdf(const PrintJob& job, Printer& printer, Dialogs& dialogs) {
   const FileAnswer answer = dialogs.choose_save_file(
-      {"Print to PDF File", "terminal.pdf", StartFolder::current, "PDF (*.pdf)", "pdf"});
+      {"Print to PDF File", "terminal.pdf", StartFolder::current, "PDF (*.pdf)", "pdf", true});
   return answer.accepted ? printer.print_to_pdf(job, answer.name) : Printer::Result::cancelled;
 }
 

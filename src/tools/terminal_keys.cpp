@@ -206,8 +206,11 @@ bool TerminalKeys::type(char byte) {
   if (code < first_printable && !begins_a_line) {
     return show_and_send(std::string{'^', static_cast<char>(code + typed_caret_offset)}, byte);
   }
+  if (!target_.send(byte)) {
+    return false;  // the box shows what has gone out
+  }
   target_.show_character(byte);
-  return target_.send(byte);
+  return true;
 }
 
 bool TerminalKeys::show_and_send(std::string_view item, char byte) {

@@ -35,6 +35,15 @@ TEST_P(Clear, plain_reports_success_after_250_ms_whether_or_not_the_reader_answe
   EXPECT_EQ(pump.elapsed(), (row.tests_connection ? 15ms : 0ms) + 250ms);
 }
 
+TEST_P(Clear, plain_pays_no_heed_to_an_answer) {
+  reader.spoil = [this](int, std::string_view command, std::string reply) {
+    return command == row.command ? "A\r"s : reply;
+  };
+  dialogs.expect_message(row.done);
+  run();
+  EXPECT_EQ(pump.elapsed(), (row.tests_connection ? 15ms : 0ms) + 250ms);
+}
+
 TEST_P(Clear, network_golden_stream) {
   use_reader_at(5);
   dialogs.expect_message(row.done, [this] { EXPECT_TRUE(port.written().ends_with("\x03\x06")); });

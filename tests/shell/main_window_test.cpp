@@ -1,12 +1,16 @@
 #include "shell/main_window.h"
 
+#include "shell/qt_dialogs.h"
 #include "shell/twips.h"
 #include "support/window_bench.h"
 
+#include <QAccessible>
 #include <QLineEdit>
+#include <QMessageBox>
 #include <QRadioButton>
 #include <QScreen>
 #include <QScrollArea>
+#include <QTimer>
 
 namespace {
 
@@ -30,6 +34,11 @@ int visible_screens(WindowBench& bench) {
 QRect place_in_window(WindowBench& bench, const char* name) {
   QWidget* const widget = bench.find(name);
   return {widget->mapTo(&bench.window, QPoint(0, 0)), widget->size()};
+}
+
+/// For the tests that follow: the mouse is one for all windows.
+void move_mouse_away(QWidget& window) {
+  QTest::mouseMove(&window, QPoint(window.width() / 2, window.height() - 1));
 }
 
 void press(WindowBench& bench, Qt::Key key) {
@@ -205,6 +214,143 @@ TEST(main_window, a_click_during_polling_on_the_protocol_test_is_refused_and_lea
   bench.click_menu(0);
   EXPECT_EQ(bench.window.screen_code(), ScreenCode::prottest);
   EXPECT_EQ(bench.window.menu().state().selected(), prottest_index);
+}
+
+/// The window with real boxes.
+struct BoxBench {
+  TestPump pump;
+  FakePort port{pump};
+  QtDialogs dialogs{pump};
+  TestPrinter printer;
+  Program program{port, pump, dialogs, printer};
+  MainWindow window{program.services()};
+
+  BoxBench() {
+    window.start_up();
+    window.show();
+    window.activateWindow();
+    EXPECT_TRUE(QTest::qWaitForWindowActive(&window));
+  }
+
+  /// Does something while the next box is open, then answers it.
+  void at_the_box(std::function<void()> action) {
+    auto* const look = new QTimer(&window);
+    QObject::connect(look, &QTimer::timeout, look, [look, action = std::move(action)] {
+      if (auto* const box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget())) {
+        look->stop();
+        action();
+        box->button(QMessageBox::Ok)->click();
+      }
+    });
+    look->start(1);
+  }
+};
+
+TEST(main_window, a_refusal_leaves_screen_selection_highlight_and_pointer) {
+  for (bool BusyFlags::*const flag :
+       {&BusyFlags::polling_on, &BusyFlags::downloading_on, &BusyFlags::uploading_on}) {
+    BoxBench bench;
+    const MenuColumn& menu = bench.window.menu();
+    QTest::mouseClick(menu.entry(prottest_index), Qt::LeftButton);
+    bench.program.services().busy.*flag = true;
+    QTest::mouseMove(menu.entry(diag_index));
+    const QWidget* const pointer = menu.findChild<QWidget*>(QStringLiteral("pointer"));
+    const auto expect_unchanged = [&](const char* when) {
+      SCOPED_TRACE(when);
+      EXPECT_EQ(bench.window.screen_code(), ScreenCode::prottest);
+      EXPECT_EQ(menu.entry(prottest_index)->text_colour(), green);
+      EXPECT_EQ(menu.entry(diag_index)->text_colour(), blue);
+      EXPECT_EQ(pointer->y(), menu.entry(diag_index)->y());
+    };
+    int boxes = 0;
+    bench.at_the_box([&] {
+      ++boxes;
+      // The toolkit tells the menu that the mouse has left it for the box.
+      QEvent leave(QEvent::Leave);
+      QCoreApplication::sendEvent(const_cast<MenuColumn*>(&menu), &leave);
+      expect_unchanged("at the box");
+    });
+    expect_unchanged("before the click");
+    QTest::mouseClick(menu.entry(diag_index), Qt::LeftButton);
+    EXPECT_EQ(boxes, 1);
+    EXPECT_EQ(bench.window.screen_code(), ScreenCode::prottest);
+    EXPECT_EQ(menu.entry(prottest_index)->text_colour(), green);
+    move_mouse_away(bench.window);
+  }
+}
+
+TEST(main_window, an_assistive_client_that_reaches_past_a_box_waits_for_its_answer) {
+  BoxBench bench;
+  bench.program.services().busy.downloading_on = true;
+  bench.at_the_box([&bench] {
+    bench.program.services().busy.downloading_on = false;
+    QAccessible::queryAccessibleInterface(bench.window.menu().entry(diag_index))
+        ->actionInterface()
+        ->doAction(QAccessibleActionInterface::pressAction());
+    EXPECT_EQ(bench.window.screen_code(), ScreenCode::com);
+  });
+  QTest::mouseClick(bench.window.menu().entry(1), Qt::LeftButton);
+  EXPECT_TRUE(QTest::qWaitFor([&bench] { return bench.window.screen_code() == ScreenCode::diag; }));
+  move_mouse_away(bench.window);
+}
+
+TEST(main_window, windows_screens_and_the_selected_entry_are_told_to_assistive_clients) {
+  WindowBench bench;
+  QAccessibleInterface* const window = QAccessible::queryAccessibleInterface(&bench.window);
+  EXPECT_EQ(window->role(), QAccessible::Window);
+  EXPECT_EQ(window->text(QAccessible::Name), bench.window.windowTitle());
+  EXPECT_EQ(QAccessible::queryAccessibleInterface(&bench.window.menu())->text(QAccessible::Name),
+            QStringLiteral("Menu"));
+  for (int index = 0; index < MenuState::entry_count; ++index) {
+    bench.click_menu(index);
+    QAccessibleInterface* const screen =
+        QAccessible::queryAccessibleInterface(bench.window.screen(bench.window.screen_code()));
+    EXPECT_EQ(screen->text(QAccessible::Name), bench.window.menu().entry(index)->text());
+    for (int other = 0; other < MenuState::entry_count; ++other) {
+      EXPECT_EQ(bench.window.menu().entry(other)->accessibleDescription(),
+                other == index ? QStringLiteral("selected") : QString());
+    }
+  }
+}
+
+TEST(main_window, every_entry_is_highlighted_by_mouse_and_by_walking_down_and_up) {
+  WindowBench bench;
+  const MenuColumn& menu = bench.window.menu();
+  for (int index = 1; index < MenuState::entry_count; ++index) {
+    QTest::mouseMove(menu.entry(index));
+    EXPECT_EQ(menu.entry(index)->text_colour(), blue) << index;
+    EXPECT_EQ(bench.find("pointer")->y(), menu.entry(index)->y());
+  }
+  bench.window.menu().nohighlights();
+  for (int index = 1; index < MenuState::entry_count; ++index) {
+    press(bench, Qt::Key_Down);
+    EXPECT_EQ(menu.state().hovered(), index);
+  }
+  press(bench, Qt::Key_Down);
+  EXPECT_EQ(menu.state().pointer(), MenuState::entry_count - 1) << "the end";
+  for (int index = MenuState::entry_count - 2; index > 0; --index) {
+    press(bench, Qt::Key_Up);
+    EXPECT_EQ(menu.state().hovered(), index);
+  }
+  for (int index = 1; index < MenuState::entry_count - 1; ++index) {
+    press(bench, Qt::Key_Down);
+  }
+  press(bench, Qt::Key_Return);
+  EXPECT_EQ(bench.window.screen_code(), ScreenCode::general);
+  move_mouse_away(bench.window);
+}
+
+TEST(main_window, f1_and_f2_press_nothing_while_the_terminal_shows) {
+  WindowBench bench;
+  for (const int hidden : {test_index, prottest_index}) {
+    bench.click_menu(hidden);
+    bench.click_menu(term_index);
+    press(bench, Qt::Key_F1);
+    press(bench, Qt::Key_F2);
+    EXPECT_EQ(bench.window.screen_code(), ScreenCode::term);
+    EXPECT_EQ(bench.port.written(), "");
+    EXPECT_FALSE(bench.program.services().busy.polling_on);
+  }
 }
 
 TEST(main_window, polling_elsewhere_does_not_block) {

@@ -66,6 +66,8 @@ class AccessWhole : public testing::TestWithParam<bool> {
     RecordProperty("median_pause_us", static_cast<int>(median.count()));
     EXPECT_GE(median, pause - 1ms);
     EXPECT_LE(median, pause + 10ms);
+    // No machine is too busy for the shortest one.
+    EXPECT_LE(moments[1], std::chrono::microseconds(pause) * 101 / 100);
   }
   void press(const char* name) { bench.click(bench.find<QPushButton>(name)); }
   void type(const char* name, const char* text) {

@@ -1,5 +1,4 @@
 #include "shell/qt_dialogs.h"
-
 #include "support/test_pump.h"
 
 #include <QApplication>
@@ -16,6 +15,7 @@
 
 #include <functional>
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 namespace {
 
@@ -135,6 +135,56 @@ TEST(qt_dialogs, a_file_dialog_ended_by_the_closing_of_the_program_answers_nothi
     dialog.reject();
   });
   EXPECT_THROW((void)bench.dialogs.choose_save_file({"Upload Log", "uploadlog.txt"}), ProgramClosing);
+}
+
+TEST(qt_dialogs, a_file_that_is_written_in_place_needs_no_room_for_another) {
+  if (geteuid() == 0) {
+    GTEST_SKIP() << "no folder is closed to root";
+  }
+  Bench bench;
+  const QTemporaryDir folder;
+  const QString name = folder.filePath(QStringLiteral("log.txt"));
+  QFile file(name);
+  ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+  file.close();
+  QFile::setPermissions(folder.path(), QFileDevice::ReadOwner | QFileDevice::ExeOwner);
+  bench.when_open<QFileDialog>([&](QFileDialog& dialog) {
+    dialog.setOption(QFileDialog::DontConfirmOverwrite);
+    set_name(dialog, name);
+    static_cast<QDialog&>(dialog).accept();
+  });
+  FileRequest request{"Upload Log", "uploadlog.txt"};
+  request.written_in_place = true;
+  const FileAnswer answer = bench.dialogs.choose_save_file(request);
+  QFile::setPermissions(folder.path(),
+                        QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner);
+  EXPECT_TRUE(answer.accepted);
+}
+
+TEST(qt_dialogs, an_existing_file_is_replaced_only_after_a_question) {
+  Bench bench;
+  const QTemporaryDir folder;
+  QFile file(folder.filePath(QStringLiteral("log.txt")));
+  ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+  file.close();
+  for (const auto button : {QMessageBox::No, QMessageBox::Yes}) {
+    int questions = 0;
+    bench.when_open<QFileDialog>([&](QFileDialog& dialog) {
+      bench.when_open<QMessageBox>([&questions, button](QMessageBox& box) {
+        ++questions;
+        box.button(button)->click();
+      });
+      set_name(dialog, folder.filePath(QStringLiteral("log")));  // the suffix is added before the question
+      static_cast<QDialog&>(dialog).accept();
+      if (button == QMessageBox::No) {
+        EXPECT_TRUE(dialog.isVisible());
+        dialog.reject();
+      }
+    });
+    const FileAnswer answer = bench.dialogs.choose_save_file({"Upload Log", "uploadlog.txt"});
+    EXPECT_EQ(questions, 1);
+    EXPECT_EQ(answer.accepted, button == QMessageBox::Yes);
+  }
 }
 
 TEST(qt_dialogs, trying_a_place_leaves_its_files_as_they_were) {
