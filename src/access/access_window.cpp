@@ -63,6 +63,8 @@ void AccessWindow::make_view() {
   connect(view_, &QTableView::doubleClicked, this, [this](const QModelIndex& row) {
     run([this, chosen = QPersistentModelIndex(row)] { modify(chosen); });
   });
+  // Who adds employees sees each of them arrive.
+  connect(&model_, &QAbstractItemModel::rowsInserted, view_, &QTableView::scrollToBottom);
   view_->installEventFilter(this);
 }
 

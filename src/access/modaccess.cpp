@@ -99,6 +99,7 @@ void ModAccess::fill(const ListRow& row) {
 void ModAccess::add() {
   if (QString{id_->text()}.remove(u' ').isEmpty()) {
     dialogs_.message("Employee ID cannot be blank");
+    enter_box(*id_);
     return;
   }
   list_.add({id_->text(), name_->text(), schedule_->text()});

@@ -9,7 +9,9 @@
 #include <QScrollBar>
 #include <QTest>
 
+#include <algorithm>
 #include <gtest/gtest.h>
+#include <utility>
 
 namespace {
 
@@ -23,6 +25,21 @@ struct DisplayBench {
   }
 
   QImage picture() { return display.viewport()->grab().toImage().convertToFormat(QImage::Format_RGB32); }
+
+  /// The first and the last pixel column with ink in a cell.
+  std::pair<int, int> ink_span(int line, int column) {
+    const QImage image = picture();
+    const QRect area = pixels_of(image, display.cell(line, column));
+    std::pair span(area.right(), area.left());
+    for (int y = area.top(); y <= area.bottom(); ++y) {
+      for (int x = area.left(); x <= area.right(); ++x) {
+        if (image.pixelColor(x, y).lightness() < 128) {
+          span = {std::min(span.first, x), std::max(span.second, x)};
+        }
+      }
+    }
+    return span;
+  }
 
   /// Whether the picture holds, within the cells from `column` on, a pixel that `is` accepts.
   template <typename Predicate>
@@ -97,9 +114,7 @@ TEST(drawn_text, keeps_columns_true_beside_characters_of_another_font) {
   bench.display.print(code_page::from_dos_437("\x01\xDB\x9E\xE0\xFE") + QStringLiteral(" | |"), Qt::black);
   bench.display.print(QStringLiteral("      | |"), Qt::black);
   for (const int column : {6, 8}) {
-    const QRect above = bench.display.cell(0, column).toAlignedRect();
-    const QRect below = bench.display.cell(1, column).toAlignedRect();
-    EXPECT_EQ(bench.picture().copy(above), bench.picture().copy(below)) << column;
+    EXPECT_EQ(bench.ink_span(0, column), bench.ink_span(1, column)) << column;
   }
   EXPECT_FALSE(bench.inked(0, 7));
 }
