@@ -56,6 +56,7 @@ Verdict next_log_record(Reader& reader, const Command& row, std::string_view, Ti
 
 Verdict clear_log(Reader& reader, const Command& row, std::string_view, TimePoint) {
   reader.log = {};
+  reader.last_card.clear();  // its record is gone, so it is no duplicate any more
   return done(row.meaning);
 }
 

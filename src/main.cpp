@@ -18,7 +18,7 @@ int main(int argc, char** argv) {
   QtSerialPort port;
   QtEventPump pump(port);
   QtDialogs dialogs(pump);
-  QtPrinter printer;
+  QtPrinter printer(dialogs);
   Program program(port, pump, dialogs, printer);
   MainWindow window(program.services());
   QObject::connect(&window, &MainWindow::closed, &application, [] { QApplication::exit(0); });

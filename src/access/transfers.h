@@ -59,6 +59,7 @@ class Transfers {
   [[nodiscard]] bool upload_acknowledged(const UploadKind& kind);
   enum class UploadEnd { complete, time_out, file_failure };
   UploadEnd upload_records(const UploadKind& kind, const StatusLine& status);
+  void request_record(const UploadKind& kind);
 
   void download(const DownloadKind& kind, const CommandsOf& commands_of, const StatusLine& status);
   [[nodiscard]] bool may_download(const DownloadKind& kind);

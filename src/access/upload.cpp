@@ -8,6 +8,12 @@ namespace {
 constexpr std::size_t longest_record = 500;
 constexpr std::string_view last_reply = "END";
 
+/// Whether a plain reply ends at the limit instead of at its CR; one that ends in a CR had it doubled. The
+/// rest then follows unasked, and becomes a line of its own.
+bool breaks_off(const std::string& reply) {
+  return reply.size() == longest_record && reply.back() != wire::cr;
+}
+
 }  // namespace
 
 void Transfers::upload(const UploadKind& kind, const StatusLine& status) {
@@ -76,24 +82,30 @@ bool Transfers::upload_acknowledged(const UploadKind& kind) {
   return link_.bytes_waiting() > 0 && link_.read_char() == wire::ack;
 }
 
+/// Nothing marks the beginning of a plain reply: what a disturbed one has left behind would be taken for the
+/// next, and every reply after it for the one before, without an end. So the line is emptied first.
+void Transfers::request_record(const UploadKind& kind) {
+  if (!link_.network_mode()) {
+    link_.clearcomm();
+  }
+  link_.write_frame(kind.record_request);
+}
+
 Transfers::UploadEnd Transfers::upload_records(const UploadKind& kind, const StatusLine& status) {
   std::string reply;
   // The status line has room for five digits, the counter for more: no length of a log ends an upload.
   for (int count = 0;;) {
-    // Nothing marks the beginning of a plain reply: what a disturbed one has left behind would be taken for
-    // the next, and every reply after it for the one before, without an end. What follows a full reply is the
-    // rest of its record, and becomes a line of its own.
-    if (!link_.network_mode() && reply.size() < longest_record) {
-      link_.clearcomm();
+    const bool rest_follows = breaks_off(reply) && !link_.network_mode();
+    if (!rest_follows) {
+      request_record(kind);
     }
-    link_.write_frame(kind.record_request);
     if (!link_.getinput(reply, longest_record, kind.reply_time_out, true, true)) {
       return UploadEnd::time_out;
     }
-    if (reply == last_reply) {
+    if (reply == last_reply && !rest_follows) {
       return UploadEnd::complete;
     }
-    if (reply.empty() && kind.empty_reply == EmptyReply::skipped) {
+    if (reply.empty() && (rest_follows || kind.empty_reply == EmptyReply::skipped)) {
       continue;
     }
     const bool written = upload_file_.write_line(kind.line_of(reply));

@@ -1,7 +1,8 @@
 #pragma once
 
+#include <QFile>
+
 #include <filesystem>
-#include <fstream>
 #include <string_view>
 
 /// The file that an upload writes line by line. Each line is handed to the operating system as it comes, so
@@ -12,10 +13,10 @@ class UploadFile {
   /// Creates the file or empties an existing one. @return false when that cannot be done; the lines that
   /// follow then go nowhere.
   bool create(const std::filesystem::path& path);
-  /// Writes the line and its end. @return false when the file does not take them.
+  /// Writes the line and its end. @return false when the file does not take them; then no part of them is in it.
   bool write_line(std::string_view line);
-  void close();
+  void close() { file_.close(); }
 
  private:
-  std::ofstream file_;
+  QFile file_;
 };

@@ -30,6 +30,10 @@ KeshUtilScreen::KeshUtilScreen(Services& services, QWidget* parent) : Screen("ke
   grid->setRowStretch(2, 1);
 }
 
+void KeshUtilScreen::entered() {
+  status_->hide();
+}
+
 StatusLine KeshUtilScreen::status_line() {
   return {.show =
               [this](std::string_view text) {

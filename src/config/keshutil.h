@@ -10,6 +10,9 @@ class KeshUtilScreen : public Screen {
  public:
   KeshUtilScreen(Services& services, QWidget* parent);
 
+  /// Hides what an earlier upload may have left on show.
+  void entered() override;
+
  private:
   [[nodiscard]] StatusLine status_line();
 

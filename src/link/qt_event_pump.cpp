@@ -10,7 +10,7 @@
 
 namespace {
 
-/// A ticker on the event loop. Ticks that fall into a pause come once, after it.
+/// A ticker on the event loop. The first tick that falls into a pause comes after it, and it stands meanwhile.
 class QtTicker : public Ticker {
  public:
   QtTicker(EventPump& pump, std::chrono::milliseconds interval, std::function<void()> on_tick)
@@ -28,18 +28,19 @@ class QtTicker : public Ticker {
     held_tick_.reset();
     timer_.stop();
   }
-  [[nodiscard]] bool running() const override { return timer_.isActive(); }
+  [[nodiscard]] bool running() const override { return timer_.isActive() || held_tick_; }
 
  private:
   void due() {
     if (!pump_.pausing()) {
       tick();
-    } else if (!held_tick_) {
+    } else {
+      timer_.stop();
       held_tick_ = std::make_shared<HeldTick>();
       pump_.after_pause([this, held = std::weak_ptr(held_tick_)] {
         // Gone with the ticker, and dropped when it was stopped or started anew meanwhile.
         if (held.lock()) {
-          held_tick_.reset();
+          start();
           tick();
         }
       });
@@ -92,6 +93,8 @@ void QtEventPump::sleep(std::chrono::milliseconds pause) {
   throw_if_closing();
   const TimePoint end = now() + pause;
   hold_.begin();
+  // However short the pause, what has happened meanwhile is noticed: the closing of the window, above all.
+  QCoreApplication::processEvents();
   // The alarm knows whole milliseconds only, and an event in the middle of a pause would leave it up to one
   // too long: a hundred commands would feel it. So the last fraction is slept through.
   for (auto left = end - now(); !closing() && left.count() > 0; left = end - now()) {

@@ -95,11 +95,21 @@ bool QtSerialPort::write(std::string_view bytes) {
     return false;
   }
   const auto end = std::chrono::steady_clock::now() + time_for(bytes.size(), port_.baudRate());
+  // A wait in which bytes arrive for a full buffer is broken off by the library, and nothing goes out.
+  port_.setReadBufferSize(0);
+  const bool written = wait_until_written(end);
+  port_.setReadBufferSize(receive_buffer_size);
+  if (!written) {
+    port_.clear(QSerialPort::Output);
+  }
+  return written;
+}
+
+bool QtSerialPort::wait_until_written(std::chrono::steady_clock::time_point end) {
   while (port_.bytesToWrite() > 0) {
     const auto left =
         std::chrono::duration_cast<std::chrono::milliseconds>(end - std::chrono::steady_clock::now());
     if (left.count() <= 0 || !port_.waitForBytesWritten(static_cast<int>(left.count()))) {
-      port_.clear(QSerialPort::Output);
       return false;
     }
   }

@@ -5,6 +5,7 @@
 #include <QSerialPort>
 
 #include <array>
+#include <chrono>
 #include <memory>
 
 /// The real serial port.
@@ -24,6 +25,7 @@ class QtSerialPort : public SerialPort {
 
  private:
   void apply(const CommSettings& settings);
+  [[nodiscard]] bool wait_until_written(std::chrono::steady_clock::time_point end);
   void hung_up();
 
   QSerialPort port_;

@@ -76,8 +76,8 @@ std::string ReaderLink::frame(std::string_view command) const {
   return network_mode_ ? network_frame(address_byte_, command) : plain_frame(command);
 }
 
-void ReaderLink::write_ack() {
-  port_.write(std::string_view(&wire::ack, 1));
+bool ReaderLink::write_ack() {
+  return port_.write(std::string_view(&wire::ack, 1));
 }
 
 void ReaderLink::commerror() {

@@ -64,8 +64,8 @@ class ReaderLink {
   [[nodiscard]] std::string frame(std::string_view command) const;
   /// Writes the frame of a command, in one write.
   bool write_frame(std::string_view command) { return port_.write(frame(command)); }
-  /// Writes one ACK.
-  void write_ack();
+  /// Writes one ACK. @return false when the line did not take it.
+  bool write_ack();
 
   /// Sends a command. In network mode with `wait_for_acknowledge` it pauses 200 ms and requires one
   /// ACK, or shows "Reader does not acknowledge command". The same text tells that the line took no bytes.

@@ -233,12 +233,12 @@ bool MainWindow::handle_key(const QKeyEvent& event) {
 void MainWindow::changeEvent(QEvent* event) {
   if (event->type() == QEvent::ActivationChange && isActiveWindow()) {
     services_.receiver.set_screenactive(false);
-    if (box_was_open_) {
-      box_was_open_ = false;
-      menu_->look_for_mouse();
+    if (left_menu_to_box_ && !menu_->under_mouse()) {
+      menu_->mouse_over_background();
     }
+    left_menu_to_box_ = false;
   } else if (event->type() == QEvent::ActivationChange) {
-    box_was_open_ = services_.dialogs.box_open();
+    left_menu_to_box_ = services_.dialogs.box_open() && menu_->under_mouse();
   }
   QWidget::changeEvent(event);
 }

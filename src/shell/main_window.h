@@ -70,5 +70,5 @@ class MainWindow : public QWidget {
   MenuColumn* menu_;
   std::array<Screen*, MenuState::entry_count> screens_{};
   ScreenCode screen_code_ = ScreenCode::none;
-  bool box_was_open_ = false;  ///< when the window was last left
+  bool left_menu_to_box_ = false;  ///< a box took the activation while the mouse was over the menu
 };

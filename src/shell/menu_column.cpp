@@ -154,10 +154,8 @@ void MenuColumn::move_highlight(int step) {
   QAccessible::updateAccessibility(&walked);
 }
 
-void MenuColumn::look_for_mouse() {
-  if (!rect().contains(mapFromGlobal(QCursor::pos()))) {
-    mouse_over_background();
-  }
+bool MenuColumn::under_mouse() const {
+  return rect().contains(mapFromGlobal(QCursor::pos()));
 }
 
 void MenuColumn::reset() {

@@ -46,8 +46,7 @@ class MenuColumn : public QWidget {
   void nohighlights();
   void mouse_over_background();
   void move_highlight(int step);
-  /// Takes the highlight away where the mouse is elsewhere by now.
-  void look_for_mouse();
+  [[nodiscard]] bool under_mouse() const;
   void reset();
 
  Q_SIGNALS:

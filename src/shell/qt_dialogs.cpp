@@ -89,11 +89,11 @@ QString obstacle(const QString& name, const FileRequest& request) {
 
 /// A window closed during a blocking write is told only now; it must not find itself behind a box.
 void QtDialogs::honour_a_close() {
-  pump_.sleep(std::chrono::milliseconds(1));
+  pump_.sleep(std::chrono::milliseconds(0));
 }
 
-/// Shows the dialog. One that the closing of the program has ended was not answered at all.
 bool QtDialogs::accepted(QDialog& dialog) {
+  honour_a_close();
   const bool yes = exec(dialog) == QDialog::Accepted;
   pump_.throw_if_closing();
   return yes;
@@ -113,7 +113,6 @@ bool QtDialogs::ask(std::string_view text) {
 }
 
 FileAnswer QtDialogs::choose_open_file(const FileRequest& request) {
-  honour_a_close();
   QFileDialog dialog(window_for_box(), text_of(request.title));
   dialog.setAcceptMode(QFileDialog::AcceptOpen);
   dialog.setFileMode(QFileDialog::ExistingFile);
@@ -123,7 +122,6 @@ FileAnswer QtDialogs::choose_open_file(const FileRequest& request) {
 }
 
 FileAnswer QtDialogs::choose_save_file(const FileRequest& request) {
-  honour_a_close();
   QFileDialog dialog(window_for_box(), text_of(request.title));
   dialog.setAcceptMode(QFileDialog::AcceptSave);
   dialog.setFileMode(QFileDialog::AnyFile);

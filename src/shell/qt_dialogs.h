@@ -15,11 +15,14 @@ class QtDialogs : public Dialogs {
   FileAnswer choose_open_file(const FileRequest& request) override;
   FileAnswer choose_save_file(const FileRequest& request) override;
 
+  /// Shows a dialog as a box of the program. @return whether it was accepted
+  /// @throws ProgramClosing when it was ended by the closing of the program.
+  bool accepted(QDialog& dialog);
+
  private:
   QMessageBox::StandardButton show_box(std::string_view text, QMessageBox::StandardButtons buttons);
   int exec(QDialog& dialog);
   void honour_a_close();
-  bool accepted(QDialog& dialog);
 
   EventPump& pump_;
 };

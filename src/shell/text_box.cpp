@@ -67,5 +67,8 @@ void TextBox::keyPressEvent(QKeyEvent* event) {
 void TextBox::inputMethodEvent(QInputMethodEvent* event) {
   if (takes(event->commitString())) {
     QLineEdit::inputMethodEvent(event);
+  } else {
+    QInputMethodEvent nothing;  // takes what was being composed off the view
+    QLineEdit::inputMethodEvent(&nothing);
   }
 }

@@ -88,11 +88,12 @@ FullTermWindow::FullTermWindow(Services& services)
   });
   connect(qGuiApp, &QGuiApplication::focusWindowChanged, this, [this](const QWindow* window) {
     // Whoever goes elsewhere after a box, and comes back later, does not come back from the box.
-    if (!box_open_ && window != nullptr && window != windowHandle()) {
+    if (!in_a_box() && window != nullptr && window != windowHandle()) {
       left_for_box_ = false;
     }
   });
   const QSize title_bar(0, style()->pixelMetric(QStyle::PM_TitleBarHeight));
+  setMinimumSize(pop1_->size_for(20, 3) + QSize(0, twips_to_pixels(beneath_area, *this)));
   resize((pop1_->size_for(80, 30) + QSize(0, twips_to_pixels(beneath_area, *this)))
              .boundedTo(screen()->availableSize() - title_bar));
 }
@@ -112,6 +113,14 @@ void FullTermWindow::open() {
   activateWindow();
 }
 
+void FullTermWindow::type(const QString& text) {
+  services_.clicks.run([this, text] {
+    if (isVisible()) {
+      keys_.characters(text);
+    }
+  });
+}
+
 void FullTermWindow::load() {
   keys_.reset();
   left_for_box_ = false;
@@ -126,22 +135,24 @@ void FullTermWindow::changeEvent(QEvent* event) {
       activated();
     } else {
       keys_.focus_lost(true);
-      left_for_box_ = box_open_;
+      left_for_box_ = in_a_box();
     }
   }
   QWidget::changeEvent(event);
 }
 
-/// Takes the port over from the terminal screen, which gives the window an empty page. Coming back from a
-/// box of its own, or from another program, takes nothing over: what was captured stays.
+/// Takes the port over from the terminal screen. Every activation begins an empty page, and that is meant;
+/// coming back from a box is none.
 void FullTermWindow::activated() {
-  const bool taken_over = !services_.receiver.screenactive();
-  const bool back_from_box = std::exchange(left_for_box_, false);
   services_.receiver.set_screenactive(true);
-  if (taken_over && !back_from_box) {
+  if (!std::exchange(left_for_box_, false)) {
     clear_screen();
   }
   receive_when_waiting();
+}
+
+bool FullTermWindow::in_a_box() const {
+  return printing_ || services_.dialogs.box_open();
 }
 
 void FullTermWindow::closeEvent(QCloseEvent* event) {
@@ -187,7 +198,7 @@ void FullTermWindow::receive_some() {
 
 void FullTermWindow::do_print() {
   {
-    const FlagGuard guard(box_open_);
+    const FlagGuard printing(printing_);
     print_captured(page_.captured(), services_.printer, services_.dialogs);
   }
   pop1_->setFocus();

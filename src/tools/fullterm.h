@@ -28,7 +28,7 @@ class FullTermWindow : public QWidget, private KeyTarget, private PageSurface {
   void open();
   [[nodiscard]] const std::string& captured() const { return page_.captured(); }
   /// Characters from outside the keyboard, as if they were typed.
-  void type(const QString& text) { keys_.characters(text); }
+  void type(const QString& text);
 
  protected:
   bool event(QEvent* event) override;
@@ -40,6 +40,7 @@ class FullTermWindow : public QWidget, private KeyTarget, private PageSurface {
  private:
   void load();
   void activated();
+  [[nodiscard]] bool in_a_box() const;
   void clear_screen();
   void receive_some();
   void receive_when_waiting();
@@ -70,6 +71,6 @@ class FullTermWindow : public QWidget, private KeyTarget, private PageSurface {
   QLabel* address_note_;
   QLabel* lines_note_;
   std::unique_ptr<Ticker> receive_timer_;
-  bool box_open_ = false;
+  bool printing_ = false;
   bool left_for_box_ = false;
 };

@@ -5,6 +5,7 @@
 #include "shell/code_page.h"
 #include "shell/fonts.h"
 #include "shell/text_box.h"
+#include "tools/flag_guard.h"
 #include "tools/profile_window.h"
 #include "tools/terminal_view.h"
 
@@ -90,8 +91,8 @@ void HardwareTestScreen::entered() {
 }
 
 void HardwareTestScreen::start() {
-  if (editor_wanted_) {
-    return;  // its window is about to open
+  if (editor_wanted_ || editor_open_) {
+    return;  // its window may change the tables
   }
   const std::string typed = code_page::to_windows_1252(delay_->text()).value_or(std::string());
   hardware_test_.start(std::chrono::milliseconds(std::max<int>(0, to_int16(typed))));
@@ -102,6 +103,9 @@ void HardwareTestScreen::start() {
 
 /// A running test is ended before the window can change the tables that it runs from.
 void HardwareTestScreen::edit_profiles() {
+  if (editor_open_) {
+    return;
+  }
   hardware_test_.stop();
   if (hardware_test_.running()) {
     editor_wanted_ = true;
@@ -111,6 +115,7 @@ void HardwareTestScreen::edit_profiles() {
 }
 
 void HardwareTestScreen::open_editor() {
+  const FlagGuard open(editor_open_);
   ProfileWindow editor(
       services(), profile_, [this] { show_profile(); }, this);
   editor.exec();

@@ -32,6 +32,7 @@ class HardwareTestScreen : public Screen, private HardtestDisplay {
   CurrentProfile profile_{default_profile(), {}};
   HardwareTest hardware_test_;
   bool editor_wanted_ = false;  ///< as soon as the run has ended
+  bool editor_open_ = false;
   TextBox* delay_;
   QLabel* profile_label_;
   QLabel* steps_;

@@ -180,9 +180,11 @@ void Poller::checkline() {
   }
 }
 
+/// A line that takes no more is given up, for it takes its time to say so.
 void Poller::acknowledge_twice() {
-  link_.write_ack();
-  link_.write_ack();
+  if (link_.write_ack()) {
+    link_.write_ack();
+  }
 }
 
 void Poller::reset_all_readers() {
@@ -190,6 +192,7 @@ void Poller::reset_all_readers() {
     return;
   }
   const std::string reset = introduced("U");
-  link_.write(plain_frame(reset));
-  link_.write(network_frame(global_address_byte, reset));
+  if (link_.write(plain_frame(reset))) {
+    link_.write(network_frame(global_address_byte, reset));
+  }
 }

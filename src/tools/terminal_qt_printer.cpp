@@ -2,6 +2,7 @@
 
 #include "shell/code_page.h"
 #include "shell/fonts.h"
+#include "shell/qt_dialogs.h"
 
 #include <QApplication>
 #include <QFontMetricsF>
@@ -75,7 +76,7 @@ Printer::Result QtPrinter::print(const PrintJob& job) {
   QPrinter printer(QPrinterInfo::defaultPrinter(), QPrinter::HighResolution);
   QPrintDialog dialog(&printer, QApplication::activeWindow());
   dialog.setOptions(QAbstractPrintDialog::PrintToFile | QAbstractPrintDialog::PrintShowPageSize);
-  if (dialog.exec() != QDialog::Accepted) {
+  if (!dialogs_.accepted(dialog)) {
     return Result::cancelled;
   }
   return print_on(printer, job) ? Result::printed : Result::failed;

@@ -9,14 +9,19 @@
 class QFont;
 class QPainter;
 class QPrinter;
-class QString;
+class QtDialogs;
 
 /// The printers that the desktop knows.
 class QtPrinter : public Printer {
  public:
+  explicit QtPrinter(QtDialogs& dialogs) : dialogs_(dialogs) {}
+
   [[nodiscard]] bool available() override;
   [[nodiscard]] Result print(const PrintJob& job) override;
   [[nodiscard]] Result print_to_pdf(const PrintJob& job, const std::filesystem::path& file) override;
+
+ private:
+  QtDialogs& dialogs_;
 };
 
 /// Prints on a printer that has been chosen already. @return false when it takes nothing.

@@ -23,6 +23,23 @@ QString with_enter(QString text) {
   return text.replace(QStringLiteral("\r\n"), QStringLiteral("\r")).replace(u'\n', u'\r');
 }
 
+/// Whether a key sends something, or decides what the next ones send. The others move the caret or the focus.
+bool concerns_the_line(const KeyFacts& facts) {
+  switch (facts.key) {
+    case Qt::Key_Delete:
+    case Qt::Key_Tab:
+    case Qt::Key_Backtab:
+      return false;
+    case Qt::Key_Alt:
+    case Qt::Key_Control:
+    case Qt::Key_F9:
+    case Qt::Key_F10:
+      return true;
+    default:
+      return !facts.text.isEmpty() || facts.modifiers.testFlag(Qt::AltModifier);
+  }
+}
+
 }  // namespace
 
 TypingBox::TypingBox(const char* object_name, const QString& accessible_name, Services& services,
@@ -83,31 +100,26 @@ bool TypingBox::event(QEvent* event) {
   return TerminalView::event(event);
 }
 
-/// A key that is typed while a pasted text is still going out goes out after it, and so never in its middle.
-bool TypingBox::queue_behind_paste(const QKeyEvent& event) {
-  const int key = event.key();
-  const bool sends = key == Qt::Key_F9 || key == Qt::Key_F10 || !event.text().isEmpty();
-  const bool moves = key == Qt::Key_Delete || key == Qt::Key_Tab || key == Qt::Key_Backtab;
-  if (!typist_->running() || !sends || moves || event.modifiers().testFlag(Qt::AltModifier)) {
-    return false;
+/// Runs `action` at once, or, while a pasted text is still going out, after it and all that came since.
+void TypingBox::in_turn(std::function<void()> action) {
+  if (typist_->running()) {
+    waiting_.push_back(std::move(action));
+  } else {
+    action();
   }
-  after_paste_.push_back(KeyFacts::of(event));
-  return true;
 }
 
 void TypingBox::keyPressEvent(QKeyEvent* event) {
-  if (queue_behind_paste(*event)) {
-    return;
-  }
-  if (!keys_.key_down(KeyFacts::of(*event))) {
+  const KeyFacts facts = KeyFacts::of(*event);
+  if (typist_->running() && concerns_the_line(facts)) {
+    in_turn([this, facts] { keys_.key_down(facts); });
+  } else if (!keys_.key_down(facts)) {
     edit(*event);
   }
 }
 
 void TypingBox::keyReleaseEvent(QKeyEvent* event) {
-  if (!keys_.key_up(KeyFacts::of(*event))) {
-    TerminalView::keyReleaseEvent(event);
-  }
+  in_turn([this, facts = KeyFacts::of(*event)] { keys_.key_up(facts); });
 }
 
 /// What is left for the box. The clipboard has its older keys here: the letters belong to the line.
@@ -145,7 +157,7 @@ QVariant TypingBox::inputMethodQuery(Qt::InputMethodQuery query) const {
 }
 
 void TypingBox::focusOutEvent(QFocusEvent* event) {
-  keys_.focus_lost(event->reason() == Qt::ActiveWindowFocusReason);
+  in_turn([this, reason = event->reason()] { keys_.focus_lost(reason == Qt::ActiveWindowFocusReason); });
   TerminalView::focusOutEvent(event);
 }
 
@@ -153,19 +165,22 @@ void TypingBox::focusOutEvent(QFocusEvent* event) {
 void TypingBox::hideEvent(QHideEvent* event) {
   if (!event->spontaneous()) {  // a minimized window still shows this screen
     to_type_.clear();
-    after_paste_.clear();
+    waiting_.clear();
     typist_->stop();
   }
   TerminalView::hideEvent(event);
 }
 
 void TypingBox::type(const QString& text) {
-  to_type_ += with_enter(text);
-  if (services_.pump.pausing()) {
-    typist_->start();  // its ticks wait for the end of the pause
-  } else if (!typist_->running()) {
-    type_some();
-  }
+  services_.clicks.run([this, text] {
+    if (!isVisible()) {
+      return;  // it has waited for a pause or a box, and another screen works with the line now
+    }
+    in_turn([this, text] { to_type_ = with_enter(text); });
+    if (!typist_->running()) {
+      type_some();
+    }
+  });
 }
 
 void TypingBox::type_some() {
@@ -174,13 +189,15 @@ void TypingBox::type_some() {
   if (!keys_.characters(piece)) {
     to_type_.clear();
   }
-  if (!to_type_.isEmpty()) {
-    typist_->start();
-    return;
+  while (to_type_.isEmpty() && !waiting_.empty()) {
+    const std::function<void()> next = std::move(waiting_.front());
+    waiting_.pop_front();
+    next();
   }
-  typist_->stop();
-  for (const KeyFacts& key : std::exchange(after_paste_, {})) {
-    keys_.key_down(key);
+  if (to_type_.isEmpty()) {
+    typist_->stop();
+  } else {
+    typist_->start();
   }
 }
 

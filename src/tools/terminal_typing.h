@@ -3,8 +3,9 @@
 #include "tools/terminal_keys.h"
 #include "tools/terminal_view.h"
 
+#include <deque>
+#include <functional>
 #include <memory>
-#include <vector>
 
 class Ticker;
 struct Services;
@@ -20,7 +21,8 @@ class TypingBox : public TerminalView, private KeyTarget {
   ~TypingBox() override;
 
   /// Sends and shows text as if it were typed, in pieces that leave time for clicks. A line break in it is
-  /// Enter. It ends early when the port is closed, takes no more, or another screen is shown.
+  /// Enter. It ends early when the port is closed, takes no more, or another screen is shown. What is typed
+  /// meanwhile goes out after it.
   void type(const QString& text);
   /// Takes text out of the box alone.
   void remove(int begin, int end) { erase(begin, end); }
@@ -46,13 +48,13 @@ class TypingBox : public TerminalView, private KeyTarget {
   void show_character(char byte) override;
   void before_alt_code() override;
   void erase_selection();
-  [[nodiscard]] bool queue_behind_paste(const QKeyEvent& event);
+  void in_turn(std::function<void()> action);
   void edit(QKeyEvent& event);
   void type_some();
 
   Services& services_;
   TerminalKeys keys_;
-  QString to_type_;
-  std::vector<KeyFacts> after_paste_;
+  QString to_type_;  ///< what is left of the text that is going out
+  std::deque<std::function<void()>> waiting_;
   std::unique_ptr<Ticker> typist_;
 };

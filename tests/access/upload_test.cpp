@@ -137,12 +137,41 @@ TEST_P(Upload, END_must_be_the_whole_reply) {
 TEST_P(Upload, a_long_record_is_taken_in_pieces_of_500) {
   const bool list = &row.kind == &access_list_upload;
   const std::string record = std::string(499, 'x') + "\x07" + "1234\x07";
-  reader.records = {record};
+  reader.records = {record, "567\x07", "89\x07"};
   expect_dialog();
   dialogs.expect_message(boxes::upload_complete);
   run();
   const std::string first = list ? std::string(70, 'x') + "07\r\n" : record.substr(0, 500) + "\r\n";
-  EXPECT_TRUE(bytes_equal(file("up.txt"), first + line("1234", "07")));
+  EXPECT_TRUE(bytes_equal(file("up.txt"),
+                          first + line("1234", "07") + line("567", "07") + line("89", "07")));
+}
+
+TEST_P(Upload, a_record_as_long_as_the_limit_is_one_line_and_costs_no_other) {
+  const bool list = &row.kind == &access_list_upload;
+  const auto line_of = [list](const std::string& record, const std::string& code) {
+    return list ? record.substr(0, 70) + code + "\r\n" : record + "\r\n";
+  };
+  for (const std::size_t length : {499U, 500U}) {
+    for (const char last : {'\x07', '\r'}) {
+      const std::string record = std::string(length - 1, 'x') + last;
+      reader.records = {record, record, "567\x07"};
+      expect_dialog();
+      dialogs.expect_message(boxes::upload_complete);
+      run();
+      const std::string code = last == '\r' ? "13" : "07";
+      EXPECT_TRUE(
+          bytes_equal(file("up.txt"), line_of(record, code) + line_of(record, code) + line("567", "07")))
+          << length << " " << code;
+    }
+  }
+}
+
+TEST_P(Upload, the_rest_of_a_long_record_is_never_taken_for_the_end) {
+  reader.records = {std::string(500, 'x') + "END", "567\x07"};
+  expect_dialog();
+  dialogs.expect_message(boxes::upload_complete);
+  run();
+  EXPECT_TRUE(file("up.txt").ends_with(line("567", "07")));
 }
 
 TEST_P(Upload, a_missing_address_on_a_plain_line) {

@@ -154,4 +154,7 @@ TEST(diag, enter_on_the_freshly_opened_screen_resets_no_reader) {
   WindowBench bench;
   bench.click_menu(diag_index);
   ASSERT_EQ(bench.window.focusWidget(), bench.button("Reader Identification"));
+  bench.dialogs.expect_message("Reader is not Connected");
+  QTest::keyClick(bench.window.focusWidget(), Qt::Key_Return);
+  EXPECT_TRUE(bytes_equal(bench.port.written(), "V\r"));
 }

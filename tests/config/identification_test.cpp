@@ -84,6 +84,18 @@ TEST(identification, three_characters_and_silence_are_shown) {
   EXPECT_EQ(read_identification(bench.link, bench.dialogs), "ORI");
 }
 
+TEST(identification, on_a_network_the_same_holds_for_what_follows_the_lead_in) {
+  LinkBench bench;
+  bench.use_network("5");
+  bench.port.answer(network_request, network_reply(text));
+  bench.port.answer(network_request, "\x06\x02O");
+  bench.dialogs.expect_message("Error communicating with reader\rMake sure reader is connected and powered");
+  EXPECT_EQ(read_identification(bench.link, bench.dialogs), std::nullopt);
+  bench.port.answer(network_request, network_reply(text));
+  bench.port.answer(network_request, "\x06\x02OR");
+  EXPECT_EQ(read_identification(bench.link, bench.dialogs), "\x02OR");
+}
+
 TEST(identification, the_second_reply_may_pause_250_ms_but_the_first_only_100) {
   LinkBench bench;
   bench.port.answer(plain_request, text + "\r");

@@ -47,6 +47,14 @@ TEST(keshutil, starts_with_two_buttons_and_no_status_line) {
   expect_fits(bench);
 }
 
+TEST(keshutil, entering_the_screen_hides_the_status_line) {
+  UtilityBench bench;
+  bench.status().show();
+  bench.click_menu(0);
+  bench.click_menu(kesh_utilities);
+  EXPECT_FALSE(bench.status().isVisible());
+}
+
 TEST(keshutil, three_records_give_three_lines_and_the_status_line_counts_them) {
   UtilityBench bench;
   bench.reader.records = {"4711", "a,b,\xFC", "0815"};

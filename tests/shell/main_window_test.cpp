@@ -279,6 +279,20 @@ TEST(main_window, a_refusal_leaves_screen_selection_highlight_and_pointer) {
   }
 }
 
+TEST(main_window, a_highlight_made_by_keys_stays_after_a_refusal_wherever_the_mouse_rests) {
+  BoxBench bench;
+  const MenuColumn& menu = bench.window.menu();
+  bench.program.services().busy.uploading_on = true;
+  QTest::keyClick(&bench.window, Qt::Key_Down);
+  ASSERT_EQ(menu.state().hovered(), 1);
+  ASSERT_FALSE(menu.under_mouse());
+  bench.at_the_box([] {});
+  menu.entry(1)->setFocus();
+  QTest::keyClick(menu.entry(1), Qt::Key_Space);
+  QCoreApplication::processEvents();
+  EXPECT_EQ(menu.state().hovered(), 1);
+}
+
 TEST(main_window, an_assistive_client_that_reaches_past_a_box_waits_for_its_answer) {
   BoxBench bench;
   bench.program.services().busy.downloading_on = true;
@@ -439,6 +453,22 @@ TEST(main_window, mouse_over_a_frame_or_a_control_of_the_panel_takes_the_highlig
     QCoreApplication::processEvents();
     EXPECT_EQ(bench.window.menu().state().hovered(), std::nullopt) << name;
   }
+}
+
+TEST(main_window, mouse_over_any_screen_panel_takes_the_highlight_away) {
+  WindowBench bench;
+  for (int index = 0; index < MenuState::entry_count; ++index) {
+    bench.click_menu(index);
+    const int other = (index + 1) % MenuState::entry_count;
+    QTest::mouseMove(bench.window.menu().entry(other));
+    ASSERT_EQ(bench.window.menu().state().hovered(), other);
+    QTest::mouseMove(bench.window.screen(bench.window.screen_code()), QPoint(1, 1));
+    EXPECT_EQ(bench.window.menu().state().hovered(), std::nullopt) << index;
+  }
+  bench.click_menu(prottest_index);
+  QTest::mouseMove(bench.window.menu().entry(0));
+  QTest::mouseMove(bench.find<QAbstractScrollArea>("protdisp")->viewport());
+  EXPECT_EQ(bench.window.menu().state().hovered(), std::nullopt);
 }
 
 TEST(main_window, a_panel_that_does_not_fit_scrolls_to_its_last_control) {

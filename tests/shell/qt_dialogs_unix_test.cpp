@@ -1,4 +1,5 @@
 #include "shell/qt_dialogs.h"
+#include "support/pty_bench.h"
 #include "support/test_pump.h"
 
 #include <QApplication>
@@ -74,6 +75,15 @@ TEST(qt_dialogs, nothing_opens_once_the_program_is_being_closed) {
   EXPECT_THROW((void)bench.dialogs.ask("too late"), ProgramClosing);
   EXPECT_THROW((void)bench.dialogs.choose_open_file({}), ProgramClosing);
   EXPECT_THROW((void)bench.dialogs.choose_save_file({}), ProgramClosing);
+}
+
+TEST(qt_dialogs, a_close_that_waits_in_the_event_loop_is_honoured_before_a_box_is_shown) {
+  PtyBench bench;
+  QtDialogs dialogs(bench.pump);
+  // As while a write blocks: the window is closed, and nobody has looked at the event yet.
+  QMetaObject::invokeMethod(
+      &bench.pump, [&bench] { bench.pump.close_program(); }, Qt::QueuedConnection);
+  EXPECT_THROW(dialogs.message("Reader does not acknowledge command"), ProgramClosing);
 }
 
 TEST(qt_dialogs, a_cancelled_dialog_leaves_the_proposed_name) {

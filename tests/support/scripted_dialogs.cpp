@@ -41,8 +41,12 @@ ScriptedDialogs::Step ScriptedDialogs::next(const std::string& what) {
   Step step = std::move(script_.front());
   script_.pop_front();
   EXPECT_EQ(what, step.what);
+  box_opens();
   if (step.meanwhile) {
     step.meanwhile();
+  }
+  for (auto& action : box_closes()) {
+    pump_ != nullptr ? pump_->after_pause(std::move(action)) : action();
   }
   return step;
 }

@@ -2,6 +2,7 @@
 // to a PDF file, and through a real print queue.
 
 #include "shell/program.h"
+#include "shell/qt_dialogs.h"
 #include "support/bytes.h"
 #include "support/fake_port.h"
 #include "support/pty.h"
@@ -131,7 +132,8 @@ struct PaperBench {
   TestPump pump;
   FakePort port{pump};
   ScriptedDialogs dialogs{&pump};
-  QtPrinter printer;
+  QtDialogs print_dialogs{pump};
+  QtPrinter printer{print_dialogs};
   Program program{port, pump, dialogs, printer};
   FullTermWindow window{program.services()};
 
@@ -209,7 +211,8 @@ TEST(fullterm_paper, pdf_file_holds_the_text_in_a_bold_and_a_plain_fixed_pitch_f
   }
   const QTemporaryDir folder;
   const QString file = folder.filePath(QStringLiteral("terminal.pdf"));
-  QtPrinter printer;
+  PaperBench bench;
+  QtPrinter& printer = bench.printer;
   ASSERT_EQ(printer.print_to_pdf(print_job_of(std::string(100, 'x')), file.toStdString()),
             Printer::Result::printed);
   EXPECT_EQ(lines_of_pdf(file), (QStringList{QString(80, u'x'), QString(20, u'x')}));
@@ -226,8 +229,8 @@ TEST(fullterm_paper, pdf_file_holds_the_text_in_a_bold_and_a_plain_fixed_pitch_f
 }
 
 TEST(fullterm_paper, a_pdf_file_in_a_folder_that_is_not_there_fails) {
-  QtPrinter printer;
-  EXPECT_EQ(printer.print_to_pdf(print_job_of("abc"), "/nowhere/at/all.pdf"), Printer::Result::failed);
+  PaperBench bench;
+  EXPECT_EQ(bench.printer.print_to_pdf(print_job_of("abc"), "/nowhere/at/all.pdf"), Printer::Result::failed);
 }
 
 TEST(fullterm_paper, f8_prints_through_the_print_dialog_on_a_real_queue) {

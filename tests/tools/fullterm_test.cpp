@@ -309,15 +309,51 @@ TEST(fullterm, coming_back_from_its_own_box_clears_nothing) {
   EXPECT_EQ(bench.drawn(), QStringLiteral("abcx"));
 }
 
-TEST(fullterm, coming_back_from_another_program_clears_nothing) {
+TEST(fullterm, coming_back_from_a_box_that_another_operation_has_shown_clears_nothing) {
   FullBench bench;
   bench.type("abc");
+  bench.dialogs.expect_message("Upload Complete", [&bench] {
+    QWidget box;
+    box.show();
+    bench.activate(box);
+    bench.activate(bench.window);
+  });
+  bench.program.services().clicks.run([&bench] { bench.dialogs.message("Upload Complete"); });
+  bench.activate(*bench.full);
+  EXPECT_EQ(bench.drawn(), QStringLiteral("abc"));
+}
+
+TEST(fullterm, every_activation_starts_with_an_empty_screen_and_an_empty_capture_buffer) {
+  FullBench bench;
+  QWidget other;  // of this program or of another one
+  other.show();
+  for (QWidget* const between : {&other, static_cast<QWidget*>(&bench.window)}) {
+    bench.type("abc");
+    bench.activate(*between);
+    bench.activate(*bench.full);
+    EXPECT_EQ(bench.drawn(), QString());
+    EXPECT_EQ(bench.full->captured(), "");
+  }
+}
+
+TEST(fullterm, what_comes_while_another_program_is_in_front_is_drawn) {
+  FullBench bench;
   QWidget other;
   other.show();
   bench.activate(other);
   bench.receive("d");
-  bench.activate(*bench.full);
-  EXPECT_EQ(bench.drawn(), QStringLiteral("abcd"));
+  EXPECT_EQ(bench.drawn(), QStringLiteral("d"));
+}
+
+TEST(fullterm, a_text_put_in_during_a_pause_goes_out_after_it) {
+  FullBench bench;
+  bench.pump.after(50ms, [&bench] {
+    bench.full->type(QStringLiteral("late"));
+    EXPECT_EQ(bench.port.written(), "");
+  });
+  bench.pump.sleep(100ms);
+  bench.pump.idle(10ms);
+  EXPECT_EQ(bench.port.written(), "late");
 }
 
 TEST(fullterm, going_elsewhere_after_a_box_and_coming_back_later_starts_an_empty_page) {

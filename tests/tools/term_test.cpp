@@ -5,6 +5,7 @@
 
 #include <QAccessible>
 #include <QClipboard>
+#include <QInputMethodEvent>
 #include <QLabel>
 
 namespace {
@@ -310,6 +311,55 @@ TEST(term, what_is_typed_during_a_paste_goes_out_after_it) {
   EXPECT_EQ(bench.port.written().find('e'), std::string::npos);
   bench.pump.idle(2000ms);
   EXPECT_TRUE(bytes_equal(bench.port.written(), std::string(200, 'x') + "end\r\x03"));
+}
+
+TEST(term, texts_keys_and_alt_codes_go_out_in_their_order_during_a_paste) {
+  TermBench bench;
+  bench.typing->type(QString(200, u'x'));
+  bench.press(Qt::Key_Return);
+  bench.typing->type(QStringLiteral("second"));
+  bench.alt_code({Qt::Key_6, Qt::Key_5});
+  QInputMethodEvent composed;
+  composed.setCommitString(QStringLiteral("\u00E9"));
+  QCoreApplication::sendEvent(bench.typing, &composed);
+  EXPECT_EQ(bench.port.written().find_first_not_of('x'), std::string::npos);
+  bench.pump.idle(2000ms);
+  EXPECT_TRUE(bytes_equal(bench.port.written(), std::string(200, 'x') + "\rsecondA\xE9"));
+}
+
+TEST(term, ctrl_counts_for_the_keys_that_were_pressed_with_it_also_behind_a_paste) {
+  TermBench bench;
+  bench.typing->type(QString(200, u'x'));
+  QTest::keyPress(bench.typing, Qt::Key_Control);
+  bench.press(Qt::Key_2);
+  QTest::keyRelease(bench.typing, Qt::Key_Control);
+  bench.press(Qt::Key_2);
+  bench.pump.idle(2000ms);
+  EXPECT_TRUE(bytes_equal(bench.port.written(), std::string(200, 'x') + std::string(1, '\0') + "2"));
+}
+
+TEST(term, an_alt_code_whose_focus_is_lost_during_a_paste_sends_nothing) {
+  TermBench bench;
+  bench.typing->type(QString(200, u'x'));
+  QTest::keyPress(bench.typing, Qt::Key_Alt);
+  bench.press(Qt::Key_6, Qt::KeypadModifier);
+  bench.received->setFocus();
+  bench.typing->setFocus();
+  bench.type("y");
+  bench.pump.idle(2000ms);
+  EXPECT_TRUE(bytes_equal(bench.port.written(), std::string(200, 'x') + "y"));
+}
+
+TEST(term, a_text_put_in_behind_a_box_waits_for_its_answer) {
+  TermBench bench;
+  bench.dialogs.expect_message("A box", [&bench] {
+    bench.typing->type(QStringLiteral("late"));
+    EXPECT_EQ(bench.port.written(), "");
+  });
+  bench.dialogs.message("A box");
+  bench.pump.idle(10ms);
+  QCoreApplication::processEvents();
+  EXPECT_EQ(bench.port.written(), "late");
 }
 
 TEST(term, a_paste_ends_when_another_screen_is_shown) {
