@@ -9,7 +9,7 @@
 namespace readersim {
 
 /// Every parameter a command can put into a reader, apart from what has a type of its own in
-/// ReaderState (address, protocol mode, line format, operating mode).
+/// Reader (address, protocol mode, line format, operating mode).
 enum class Setting {
   sense_1,
   sense_2,

@@ -31,12 +31,12 @@ class Transfers {
 
   /// Asks for an access list and sends it, one employee a command. Does nothing while another transfer runs.
   /// @param record_length the "Record Length" box: how many characters of an ID are sent, 1 to 18
-  /// @throws ClickError "File not found: …"
+  /// @throws ClickError "File not found: …" or "Cannot read …"
   void download_access_list(std::string_view record_length, const StatusLine& status);
 
   /// Asks for a schedule file and sends it, eight commands a schedule. Does nothing while another transfer
   /// runs.
-  /// @throws ClickError "File not found: …"
+  /// @throws ClickError "File not found: …" or "Cannot read …"
   void download_schedules(const StatusLine& status);
 
   /// Erases in the reader. Refuses while a transfer runs.

@@ -104,7 +104,7 @@ VellSetupScreen::VellSetupScreen(Services& services, QWidget* parent)
   grid->setRowStretch(5, 1);
 }
 
-/// A box: a button would send a command at an Enter held too long.
+/// A box: on a button an Enter pressed once too often would send its command.
 QWidget* VellSetupScreen::first_control() const {
   return findChild<TextBox*>();
 }

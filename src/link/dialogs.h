@@ -8,7 +8,7 @@
 
 /// Where a file dialog starts. The folders are created when a dialog first starts in them.
 enum class StartFolder {
-  current,  ///< wherever the program stands
+  current,  ///< wherever the last dialog ended; a cancelled name stands in the program's current folder
   access,   ///< the folder of the access-control files
   tarvos,   ///< the folder of the test profiles
 };
