@@ -12,7 +12,8 @@ wayland_packages=(qt6-wayland)
 # To build and run the tests.
 test_packages=(libgtest-dev poppler-utils)
 # The developers' checks. The formatter and the linter are pinned: another version judges differently.
-check_packages=(clang-format-14 clang-tidy-14 shellcheck desktop-file-utils appstream mandoc libxml2-utils)
+check_packages=(clang-format-14 clang-tidy-14 shellcheck desktop-file-utils appstream mandoc libxml2-utils
+  xdotool)
 # The benchmarks (the preset bench).
 bench_packages=(libbenchmark-dev)
 

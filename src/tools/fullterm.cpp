@@ -19,6 +19,8 @@
 #include <QStyle>
 #include <QWindow>
 
+#include <algorithm>
+
 namespace {
 
 constexpr qreal points = 9.75;
@@ -93,7 +95,8 @@ FullTermWindow::FullTermWindow(Services& services)
     }
   });
   const QSize title_bar(0, style()->pixelMetric(QStyle::PM_TitleBarHeight));
-  setMinimumSize(pop1_->size_for(20, 3) + QSize(0, twips_to_pixels(beneath_area, *this)));
+  setMinimumSize(lines_note_->sizeHint().width() * 2,
+                 pop1_->size_for(20, 3).height() + twips_to_pixels(beneath_area, *this));
   resize((pop1_->size_for(80, 30) + QSize(0, twips_to_pixels(beneath_area, *this)))
              .boundedTo(screen()->availableSize() - title_bar));
 }
@@ -241,17 +244,22 @@ bool FullTermWindow::eventFilter(QObject* receiver, QEvent* event) {
 void FullTermWindow::resizeEvent(QResizeEvent* event) {
   pop1_->setGeometry(0, 0, width(), height() - twips_to_pixels(beneath_area, *this));
   sink_->setGeometry(0, 0, 1, 1);
-  place_beneath(*nul_note_, note_left, 1050);
-  place_beneath(*address_note_, note_left, 850);
-  place_beneath(*lines_note_, note_left, 650);
-  place_beneath(*clear_button_, button_left, 950);
-  place_beneath(*print_button_, second_button_left, 950);
+  const int left = twips_to_pixels(note_left, *this);
+  place_beneath(*nul_note_, left, 1050);
+  place_beneath(*address_note_, left, 850);
+  place_beneath(*lines_note_, left, 650);
+  // Right of what stands before them, however large the desktop's letters are.
+  const auto after = [this, left](const QWidget& before, int place) {
+    return std::max(before.geometry().right() + left, twips_to_pixels(place, *this));
+  };
+  place_beneath(*clear_button_, after(*lines_note_, button_left), 950);
+  place_beneath(*print_button_, after(*clear_button_, second_button_left), 950);
   QWidget::resizeEvent(event);
 }
 
 void FullTermWindow::place_beneath(QWidget& widget, int left, int above_bottom) {
   widget.adjustSize();
-  widget.move(twips_to_pixels(left, *this), height() - twips_to_pixels(above_bottom, *this));
+  widget.move(left, height() - twips_to_pixels(above_bottom, *this));
 }
 
 bool FullTermWindow::port_open() const {

@@ -46,6 +46,7 @@ class FullTermWindow : public QWidget, private KeyTarget, private PageSurface {
   void receive_when_waiting();
   void do_print();
   bool take_input(QEvent* event);
+  /// @param left pixels @param above_bottom twips
   void place_beneath(QWidget& widget, int left, int above_bottom);
 
   // KeyTarget
