@@ -34,6 +34,14 @@ static_assert(control_glyphs.size() == 32);
 
 constexpr char16_t control_pictures = u'\u2400';  // the block of visible pictures of the control codes
 
+/// The first character that has no code, both halves of one beyond 16 bits.
+QString first_stranger(const QString& text) {
+  const auto* const place = std::find_if(
+      text.begin(), text.end(), [](QChar character) { return !code_page::to_windows_1252(character); });
+  const bool pair = place->isHighSurrogate() && place + 1 != text.end() && (place + 1)->isLowSurrogate();
+  return QString(place, pair ? 2 : 1);
+}
+
 }  // namespace
 
 std::optional<char> code_page::to_windows_1252(QChar character) {
@@ -74,9 +82,7 @@ QString code_page::from_windows_1252(std::string_view bytes) {
 std::string code_page::bytes_of(const QString& text) {
   std::optional<std::string> bytes = to_windows_1252(text);
   if (!bytes) {
-    const auto* const stranger =
-        std::find_if(text.begin(), text.end(), [](QChar character) { return !to_windows_1252(character); });
-    throw ClickError("The character \"" + QString(*stranger).toStdString() +
+    throw ClickError("The character \"" + first_stranger(text).toStdString() +
                      "\" is not in the readers' character set");
   }
   return *bytes;

@@ -79,6 +79,21 @@ TEST_P(Golden, at_the_global_address) {
   EXPECT_EQ(bench.pump.sleeps, awaited ? command_pauses(row.payloads.size()) : row.pauses);
 }
 
+/// A run of commands ends at the first without an acknowledge; who awaits none sends everything.
+TEST_P(Golden, at_the_global_address_where_readers_stop_acknowledging) {
+  const Row& row = GetParam();
+  const bool awaited = row.acknowledge == Acknowledge::command;
+  for (std::size_t acknowledges = 0; acknowledges < row.payloads.size(); ++acknowledges) {
+    Bench bench(row);
+    bench.use_network("127");
+    bench.answer_at('\xFF', acknowledges);
+    bench.expect_messages({row.warning, awaited ? no_command_acknowledge : row.done});
+    bench.click_button();
+    expect_frames(bench.port.writes,
+                  bench.network_frames('\xFF', awaited ? acknowledges + 1 : row.payloads.size()));
+  }
+}
+
 TEST_P(Golden, with_the_port_closed) {
   Bench bench(GetParam(), false);
   bench.dialogs.expect_message("Comm port is not open");

@@ -20,12 +20,19 @@ TEST(code_page, a_character_outside_windows_1252_has_no_byte) {
   EXPECT_EQ(code_page::to_windows_1252(QString()), "");
 }
 
-TEST(code_page, bytes_of_names_the_character_that_has_no_byte) {
-  try {
-    (void)code_page::bytes_of(QStringLiteral("ab\u0416"));
-    FAIL() << "no error";
-  } catch (const ClickError& error) {
-    EXPECT_STREQ(error.what(), "The character \"\u0416\" is not in the readers' character set");
+TEST(code_page, bytes_of_names_the_first_character_that_has_no_byte) {
+  const std::vector<std::pair<QString, std::string>> strangers{
+      {QStringLiteral("ab\u0416\u03A9"), "\u0416"},
+      {QStringLiteral("a\U0001F600\u0416"), "\U0001F600"},  // beyond 16 bits: both halves of it
+      {QStringLiteral("\U0001F600"), "\U0001F600"},
+  };
+  for (const auto& [text, named] : strangers) {
+    try {
+      (void)code_page::bytes_of(text);
+      ADD_FAILURE() << "no error for " << named;
+    } catch (const ClickError& error) {
+      EXPECT_EQ(error.what(), "The character \"" + named + "\" is not in the readers' character set");
+    }
   }
 }
 

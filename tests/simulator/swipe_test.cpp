@@ -250,6 +250,19 @@ TEST_F(Swiped, duplicate_suppression_keeps_the_same_card_out_twice_running) {
   EXPECT_EQ(seat.reader.log.records, (std::vector<std::string>{"1", "1", "2", "1"}));
 }
 
+TEST_F(Swiped, a_card_is_no_duplicate_of_one_whose_record_was_cleared) {
+  Seat& seat = put(Family::glint_kesh, false);
+  tell("\\020000");
+  tell("d1");
+  draw(seat, "1");
+  EXPECT_FALSE(draw(seat, "1").accepted);
+  tell("cl");
+  EXPECT_TRUE(seat.reader.log.records.empty());
+  EXPECT_TRUE(draw(seat, "1").accepted);
+  EXPECT_FALSE(draw(seat, "1").accepted);
+  EXPECT_EQ(seat.reader.log.records, std::vector<std::string>{"1"});
+}
+
 TEST_F(Swiped, a_full_reader_refuses_cards_until_it_is_cleared) {
   Seat& seat = put(Family::ferro_kesh, true);
   ask(5, "r00002");
