@@ -55,14 +55,20 @@ bool set_own(Reader& reader, const std::string& name, const std::string& value, 
   return true;
 }
 
-void set_parameter(Reader& reader, const std::string& text) {
+/// False when this reader has no such parameter. The longest name counts: "track 1" is also the beginning
+/// of "track 1 start/stop".
+bool set_parameter(Reader& reader, const std::string& text) {
+  const SettingTraits* found = nullptr;
   for (const SettingTraits& each : all_settings()) {
-    if (text.starts_with(std::string{each.name} + ' ') && each.families.has(reader.family)) {
-      reader.settings.set(each.setting, unescape(text.substr(each.name.size() + 1)));
-      return;
+    if (text.starts_with(std::string{each.name} + ' ') && each.families.has(reader.family) &&
+        (found == nullptr || each.name.size() > found->name.size())) {
+      found = &each;
     }
   }
-  throw Mistake("this reader has no \"" + text + "\", see show");
+  if (found != nullptr) {
+    reader.settings.set(found->setting, unescape(text.substr(found->name.size() + 1)));
+  }
+  return found != nullptr;
 }
 
 const Reader& one_access_reader(const std::vector<Seat*>& seats) {
@@ -76,8 +82,10 @@ const Reader& one_access_reader(const std::vector<Seat*>& seats) {
 
 std::string Console::set(const Words& words, TimePoint now) {
   for (Seat* seat : seats(words)) {
-    if (!set_own(seat->reader, words[2], join(words, 3), now)) {
-      set_parameter(seat->reader, join(words, 2));
+    // "clock display" is a parameter, "clock" is not.
+    if (!set_parameter(seat->reader, join(words, 2)) &&
+        !set_own(seat->reader, words[2], join(words, 3), now)) {
+      throw Mistake("this reader has no \"" + join(words, 2) + "\", see show");
     }
   }
   return {};

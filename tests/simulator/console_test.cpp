@@ -109,6 +109,26 @@ TEST_F(ConsoleTest, set_changes_parameters_by_the_name_that_show_gives_them) {
   EXPECT_EQ(kesh.reader.settings.number(Setting::good_read_red), 7);
 }
 
+TEST_F(ConsoleTest, set_finds_every_parameter_though_its_name_may_begin_with_that_of_another) {
+  for (const Family family : readersim::all_families) {
+    Seat& seat = line.add(family, 50 + static_cast<int>(family), true);
+    const std::string address = std::to_string(seat.reader.address);
+    std::vector<std::string> lines;
+    for (const readersim::SettingTraits& each : readersim::all_settings()) {
+      if (each.families.has(family)) {
+        const std::string name{each.name};
+        const std::string value = std::to_string(100 + lines.size());
+        EXPECT_EQ(say("set " + address + " " + name + " " + value), "");
+        lines.push_back("\n" + name + ": " + value + "\n");
+      }
+    }
+    const std::string shown = say("show " + address);
+    for (const std::string& each : lines) {
+      EXPECT_NE(shown.find(each), std::string::npos) << each;
+    }
+  }
+}
+
 TEST_F(ConsoleTest, set_refuses_what_a_reader_does_not_have) {
   EXPECT_EQ(say("set 5 age 1 7"), "? this reader has no \"age 1 7\", see show\n");
   EXPECT_EQ(say("set 5 baud 9601"), "? the baud rates are 1200, 2400, 4800, 9600 and 19200\n");

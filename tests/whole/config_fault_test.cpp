@@ -1,19 +1,12 @@
 // The reader configuration screens against simulated readers that fail, and long uploads, at virtual time.
 
-#include "shell/program.h"
 #include "support/bytes.h"
-#include "support/scripted_dialogs.h"
-#include "support/sim_port.h"
-#include "support/test_printer.h"
 #include "whole/config_scripts.h"
+#include "whole/sim_bench.h"
 
 #include <QLabel>
-#include <QPushButton>
-#include <QTemporaryDir>
 
 #include <algorithm>
-#include <fstream>
-#include <iterator>
 
 namespace {
 
@@ -27,49 +20,6 @@ constexpr const char* error_reading = "error reading from reader";
 constexpr const char* reader_timeout = "Reader Timeout";
 constexpr const char* timed_out = "Reader timed out";
 constexpr const char* cleared = "        Reader Log Data Cleared         ";
-
-readersim::Options network_of(readersim::Family family) {
-  readersim::Options options;
-  options.network = {5};
-  options.family = family;
-  return options;
-}
-
-/// The whole window on simulated readers at virtual time.
-struct SimBench {
-  TestPump pump;
-  SimPort port;
-  ScriptedDialogs dialogs{&pump};
-  TestPrinter printer;
-  Program program{port, pump, dialogs, printer};
-  MainWindow window{program.services()};
-  QTemporaryDir folder;
-
-  template <typename Readers>
-  explicit SimBench(const Readers& readers) : port(pump, readers) {
-    window.start_up();
-    window.show();
-    window.activateWindow();
-    EXPECT_TRUE(QTest::qWaitForWindowActive(&window));
-  }
-
-  void click_menu(int index) { QTest::mouseClick(window.menu().entry(index), Qt::LeftButton); }
-  void click(QWidget* widget) {
-    QTest::mouseClick(widget, Qt::LeftButton, {}, QPoint(10, widget->height() / 2));
-  }
-  void use_network() {
-    click_menu(0);
-    click(control_of(window, "network_mode_0"));
-    retype(control_of(window, "reader_address"), "5");
-  }
-  [[nodiscard]] std::filesystem::path path() const {
-    return std::filesystem::path(folder.path().toStdString()) / "uploadlog.txt";
-  }
-  [[nodiscard]] std::string file() const {
-    std::ifstream stream(path(), std::ios::binary);
-    return {std::istreambuf_iterator<char>(stream), {}};
-  }
-};
 
 /// A button and the words that follow when its reader fails.
 struct Button {
@@ -101,6 +51,26 @@ const std::vector<Button> buttons{
      0, error_communicating, true, 1010ms},
     {"kesh_ids", readersim::Family::glint_kesh, choose(keshsetup, {}, "set_ids", {"ID's have been set"}), 0,
      error_communicating, true, 2010ms},
+    {"magstripe_tracks", readersim::Family::vell, choose(symbology, {}, "set_magstripe_tracks"), 0,
+     no_command_acknowledge, false, 410ms},
+    {"magstripe_options", readersim::Family::vell, choose(symbology, {}, "set_magstripe_options"), 0,
+     no_command_acknowledge, false, 1010ms},
+    {"quor_ages",
+     readersim::Family::quor,
+     {quorsetup, {{"Text26", "5"}, {"Text27", "21"}}, {}, "set_quor_ages", {}},
+     0,
+     no_command_acknowledge,
+     false,
+     410ms},
+    {"orinta_logging", readersim::Family::orinta,
+     choose(orinparam, {}, "set_bad_logging", {" Bad Logging Option Set "}), 0, error_communicating, true,
+     1010ms},
+    {"kesh_logging", readersim::Family::ferro_kesh,
+     choose(keshsetup, {}, "set_kesh_rs232_logging", {parameter_set}), 0, error_communicating, true, 1010ms},
+    {"kesh_commas", readersim::Family::glint_kesh,
+     choose(keshsetup, {}, "set_comma_delimited", {parameter_set}), 0, error_communicating, true, 1010ms},
+    {"kesh_mode", readersim::Family::glint_kesh, choose(keshsetup, {}, "set_kesh_mode", {parameter_set}), 0,
+     error_communicating, true, 1010ms},
     {"orin_mode", readersim::Family::orin, choose(orinparam, {}, "set_mode", {" Mode Set in Reader "}), 0,
      not_connected, false, 1200ms},
     {"orin_general",
@@ -191,6 +161,72 @@ TEST_P(Failing, is_told_in_bounded_time_and_the_next_click_works) {
 INSTANTIATE_TEST_SUITE_P(buttons, Failing, testing::ValuesIn(buttons),
                          [](const auto& test) { return test.param.name; });
 
+/// Spoils the answer that follows the first `frame`, which itself is answered well.
+void spoil_after(SimBench& bench, const std::string& frame, const std::string& fault) {
+  if (std::count(bench.port.writes.begin(), bench.port.writes.end(), frame) > 0) {
+    bench.port.console("fault 5 " + fault);
+    return;
+  }
+  bench.pump.after(1ms, [&bench, frame, fault] { spoil_after(bench, frame, fault); });
+}
+
+/// A reading of the clock; where presence is asked first, that answer is good.
+struct ClockRead {
+  int menu;
+  readersim::Family family;
+  bool presence;
+};
+
+void read_spoilt_clock(SimBench& bench, const ClockRead& read, const std::string& fault) {
+  bench.use_network();
+  bench.port.console("set 5 clock 0104151305097");
+  if (read.presence) {
+    spoil_after(bench, "\x85\x02V\x03", fault);
+  } else {
+    bench.port.console("fault 5 " + fault);
+  }
+  perform(bench, press(read.menu, "read_date_time"));
+  expect_free(bench);
+}
+
+QString shown_clock(const SimBench& bench) {
+  return static_cast<QLabel*>(control_of(bench.window, "reader_date_time"))->text();
+}
+
+void expect_next_reading_works(SimBench& bench, const ClockRead& read) {
+  EXPECT_EQ(bench.port.console("faults"), "no faults\n");
+  perform(bench, press(read.menu, "read_date_time"));
+  EXPECT_TRUE(shown_clock(bench).startsWith(QStringLiteral("04/15/2001  13:05:")));
+}
+
+const std::vector<ClockRead> clock_reads{{orinparam, readersim::Family::orin, true},
+                                         {quorsetup, readersim::Family::quor, true},
+                                         {keshsetup, readersim::Family::ferro_kesh, false}};
+
+TEST(config_clock, a_time_cut_short_is_told_and_shows_nothing) {
+  for (const ClockRead& read : clock_reads) {
+    SCOPED_TRACE(read.menu);
+    SimBench bench(network_of(read.family));
+    bench.dialogs.expect_message(error_reading);
+    read_spoilt_clock(bench, read, "cut 5");
+    EXPECT_EQ(shown_clock(bench), QString());
+    expect_next_reading_works(bench, read);
+  }
+}
+
+TEST(config_clock, strange_characters_within_a_time_are_shown_where_they_stand) {
+  for (const ClockRead& read : clock_reads) {
+    SCOPED_TRACE(read.menu);
+    SimBench bench(network_of(read.family));
+    // Behind the first digit of the year come two characters; the others move up, the last two are not shown.
+    read_spoilt_clock(bench, read, "garbage-at 4 2");
+    const QString shown = shown_clock(bench);
+    EXPECT_EQ(shown.mid(1, 8), QStringLiteral("1/04/200"));
+    EXPECT_EQ(shown.mid(10), QStringLiteral("  15:13:05"));
+    expect_next_reading_works(bench, read);
+  }
+}
+
 /// What one record becomes when it is fetched.
 std::string lines_of(const std::vector<std::string>& records) {
   std::string text;
@@ -264,18 +300,7 @@ TEST(config_upload, a_reader_that_fails_in_the_middle_times_out_and_keeps_what_c
     bench.use_network();
     bench.port.reader(5).log.records = {"first", "second", "third"};
     bench.dialogs.expect_save("Upload Log", bench.path());
-    // The presence, the request and the first record pass.
-    std::size_t requests = 0;
-    const std::function<void()> watch = [&] {
-      requests = static_cast<std::size_t>(
-          std::count(bench.port.writes.begin(), bench.port.writes.end(), "\x85\x02l\x03"));
-      if (requests == 1) {
-        bench.port.console("fault 5 " + fault.console);
-        return;
-      }
-      bench.pump.after(1ms, watch);
-    };
-    bench.pump.after(1ms, watch);
+    spoil_after(bench, "\x85\x02l\x03", fault.console);  // the first record passes
     bench.dialogs.expect_message(reader_timeout);
     const auto begun = bench.pump.elapsed();
     perform(bench, press(keshutil, "upload"));

@@ -1,231 +1,254 @@
 #pragma once
 
-#include "shell/main_window.h"
 #include "simulator/family.h"
+#include "whole/config_steps.h"
 
-#include <QLineEdit>
-#include <QTest>
-
-#include <gtest/gtest.h>
 #include <ostream>
-#include <stdexcept>
-#include <string>
-#include <utility>
-#include <vector>
 
-// How a technician sets up one reader of each family from the screens, and what the reader must be like
-// afterwards.
+// How a technician sets up one reader of each family from the screens, one way and then the opposite way, and
+// what the reader must be like afterwards. Between them they press everything that sets something.
 
 namespace config_scripts {
-
-constexpr int vellsetup = 1;
-constexpr int orinparam = 2;
-constexpr int keshsetup = 3;
-constexpr int quorsetup = 4;
-constexpr int symbology = 8;
-constexpr int keshutil = 11;
-
-/// Boxes filled, choices made, a button pressed, and the boxes that follow.
-struct Step {
-  int menu;
-  std::vector<std::pair<std::string, std::string>> boxes;
-  std::vector<std::string> choices;
-  std::string button;
-  std::vector<std::string> messages;
-};
-
-struct Wanted {
-  std::string name;  ///< as the reader's report has it
-  std::string value;
-};
 
 struct Script {
   std::string name;
   readersim::Family family;
-  std::vector<Step> steps;
-  std::vector<Wanted> wanted;
+  Work work;
 };
 
 inline void PrintTo(const Script& script, std::ostream* out) {
   *out << script.name;
 }
 
-inline const std::string deletion = "This will delete all data in the reader\rDo you wish to continue?";
-inline const std::string parameters_set = "Parameters have been set";
-inline const std::string parameter_set = "Parameter has been set";
-inline const std::string date_set = "Date/Time set in reader";
-
-inline Step press(int menu, std::string button) {
-  return {menu, {}, {}, std::move(button), {}};
-}
-inline Step fill(int menu, std::string box, std::string text, std::string button) {
-  return {menu, {{std::move(box), std::move(text)}}, {}, std::move(button), {}};
-}
-inline Step choose(int menu, std::vector<std::string> choices, std::string button,
-                   std::vector<std::string> messages = {}) {
-  return {menu, {}, std::move(choices), std::move(button), std::move(messages)};
-}
-
-/// The buttons that every family has: lamps, sounder, terminator, barcodes and tracks.
-inline const std::vector<Step> every_reader{
-    press(vellsetup, "power_up_red_led_on"),
-    press(vellsetup, "power_up_grn_led_on"),
-    fill(vellsetup, "Text12", "3", "good_read_red_led_time"),
-    fill(vellsetup, "Text13", "15", "good_read_grn_led_time"),
-    fill(vellsetup, "Text17", "49", "good_read_spkr_on_time"),
-    press(vellsetup, "c_r_terminator_off"),
-    choose(symbology, {"i_2_of_5", "ean13", "codabar"}, "set_barcodes"),
-    choose(symbology, {"magstripe_tracks_1"}, "set_magstripe_tracks"),
-    choose(symbology, {"track_1_t2_char_set", "track_2_start_stop", "xmit_t2_first"},
-           "set_magstripe_options"),
-};
-inline const std::vector<Wanted> every_reader_wanted{
-    {"power up red", "on"},
-    {"power up green", "on"},
-    {"good read red", "3"},
-    {"good read green", "15"},
-    {"good read speaker", "49"},
-    {"c/r terminator", "off"},
-    {"code 39", "off"},
-    {"i 2 of 5", "on"},
-    {"2 of 5", "off"},
-    {"upca", "off"},
-    {"ean13", "on"},
-    {"code 128", "off"},
-    {"codabar", "on"},
-    {"track 1", "on"},
-    {"track 2", "off"},
-    {"track 1 start/stop", "off"},
-    {"track 1 character set", "2"},
-    {"track 2 start/stop", "on"},
-    {"track 2 c start", "off"},
-    {"first track sent", "2"},
-};
-
-inline const std::vector<Script>& scripts() {
-  static const std::vector<Script> all{
-      {"vell",
-       readersim::Family::vell,
-       {press(vellsetup, "sense_1_auto"), press(vellsetup, "sense_2_auto"),
-        fill(vellsetup, "Text10", "7", "sense_input_delay_time"), press(vellsetup, "keyboard_disable_beep"),
-        fill(vellsetup, "Text11", "*", "keyboard_prefix"),
-        fill(vellsetup, "Text14", "9", "good_read_relay_time")},
-       {{"sense 1", "auto"},
-        {"sense 2", "auto"},
-        {"sense delay", "7"},
-        {"keyboard beep", "off"},
-        {"keyboard prefix", "42"},
-        {"good read relay", "9"}}},
-      {"orin",
-       readersim::Family::orin,
-       {{orinparam,
-         {{"Text2", "8"}, {"Text3", "7"}, {"Text5", "12"}},
-         {},
-         "set_general",
-         {deletion, parameters_set}},
-        choose(orinparam, {"rs232_logging_0"}, "set_rs232_logging", {" RS232 Logging Option is On "}),
-        choose(orinparam, {"orin_mode_0"}, "set_mode", {" Mode Set in Reader "}),
-        choose(orinparam, {}, "set_date_time", {date_set})},
-       {{"record length", "8"},
-        {"relay time", "7"},
-        {"red led time", "12"},
-        {"rs232 logging", "on"},
-        {"mode", "Vell"}}},
-      {"orinta",
-       readersim::Family::orinta,
-       {{orinparam,
-         {{"Text2", "40"}, {"Text3", "99"}, {"Text5", "1"}},
-         {},
-         "set_general",
-         {deletion, parameters_set}},
-        choose(orinparam, {"bad_logging_1"}, "set_bad_logging", {" Bad Logging Option Reset "}),
-        choose(orinparam, {"orin_mode_3"}, "set_mode", {" Mode Set in Reader "}),
-        choose(orinparam, {}, "set_date_time", {date_set})},
-       {{"record length", "40"},
-        {"relay time", "99"},
-        {"red led time", "1"},
-        {"bad logging", "off"},
-        {"mode", "Accum"}}},
-      {"ferro_kesh",
-       readersim::Family::ferro_kesh,
-       {{keshsetup,
-         {{"Text21", "150"}, {"Text20", "2000"}},
-         {"ferro_time_stamping_1"},
-         "set_ferro_kesh_general",
-         {deletion, parameters_set}},
-        choose(keshsetup, {"kesh_rs232_logging_0"}, "set_kesh_rs232_logging", {parameter_set}),
-        choose(keshsetup, {"duplicate_read_0"}, "set_duplicate_read", {parameter_set}),
-        choose(keshsetup, {"comma_delimited_0"}, "set_comma_delimited", {parameter_set}),
-        choose(keshsetup, {"kesh_mode_0"}, "set_kesh_mode", {parameter_set}),
-        choose(keshsetup, {}, "set_date_time", {date_set})},
-       {{"record length", "150"},
-        {"max records", "2000"},
-        {"time stamping", "off"},
-        {"rs232 logging", "on"},
-        {"duplicate suppression", "on"},
-        {"comma delimited", "on"},
-        {"mode", "Vell"}}},
-      {"glint_kesh",
-       readersim::Family::glint_kesh,
-       {{keshsetup,
-         {{"Text19", "20"}},
-         {"glint_time_stamping_1", "id_1_on"},
-         "set_glint_kesh_general",
-         {deletion, parameters_set}},
-        {keshsetup, {{"Text22", "AB"}, {"Text23", "12345"}}, {}, "set_ids", {"ID's have been set"}},
-        choose(keshsetup, {"comma_delimited_0"}, "set_comma_delimited", {parameter_set}),
-        choose(keshsetup, {}, "set_date_time", {date_set})},
-       {{"record length", "20"},
-        {"time stamping", "off"},
-        {"id 1 sent", "on"},
-        {"id 2 sent", "off"},
-        {"id 1", "AB   "},
-        {"id 2", "12345"},
-        {"comma delimited", "on"}}},
-      {"quor",
-       readersim::Family::quor,
-       {choose(quorsetup, {"print_on"}, "set_quor_general"),
-        {quorsetup, {{"Text26", "5"}, {"Text27", "21"}}, {}, "set_quor_ages", {}},
-        choose(quorsetup, {}, "set_date_time", {date_set})},
-       {{"logging", "off"}, {"printing", "on"}, {"age 1", "5"}, {"age 2", "21"}}},
-  };
-  return all;
-}
-
 inline std::string name_of(const testing::TestParamInfo<Script>& info) {
   return info.param.name;
 }
 
-/// A control of the screen on show by its object name.
-inline QWidget* control_of(const MainWindow& window, const std::string& object_name) {
-  auto* const widget =
-      window.screen(window.screen_code())->findChild<QWidget*>(QString::fromStdString(object_name));
-  if (widget == nullptr) {
-    throw std::runtime_error("no control " + object_name);
-  }
-  return widget;
+inline const std::string deletion = "This will delete all data in the reader\rDo you wish to continue?";
+inline const std::string parameters_set = "Parameters have been set";
+inline const std::string parameter_set = "Parameter has been set";
+inline const std::string date_set = "Date/Time set in reader";
+inline const std::string mode_set = " Mode Set in Reader ";
+inline const std::string ids_set = "ID's have been set";
+
+/// The buttons that every family has: lamps, sounder, terminator, barcodes and tracks.
+inline const std::vector<Work> every_reader{
+    {{press(vellsetup, "power_up_red_led_on"), press(vellsetup, "power_up_grn_led_on"),
+      fill(vellsetup, "Text12", "3", "good_read_red_led_time"),
+      fill(vellsetup, "Text13", "15", "good_read_grn_led_time"),
+      fill(vellsetup, "Text17", "49", "good_read_spkr_on_time"), press(vellsetup, "c_r_terminator_off"),
+      choose(symbology, {"i_2_of_5", "ean13", "codabar"}, "set_barcodes"),
+      choose(symbology, {"magstripe_tracks_1"}, "set_magstripe_tracks"),
+      choose(symbology, {"track_1_t2_char_set", "track_2_start_stop", "xmit_t2_first"},
+             "set_magstripe_options")},
+     {{"power up red", "on", "off"},
+      {"power up green", "on", "off"},
+      {"good read red", "3", "off"},
+      {"good read green", "15", "off"},
+      {"good read speaker", "49", "off"},
+      {"c/r terminator", "off", "on"},
+      {"code 39", "off", "on"},
+      {"i 2 of 5", "on", "off"},
+      {"2 of 5", "off", "on"},
+      {"upca", "off", "on"},
+      {"ean13", "on", "off"},
+      {"code 128", "off", "on"},
+      {"codabar", "on", "off"},
+      {"track 1", "on", "off"},
+      {"track 2", "off", "on"},
+      {"track 1 start/stop", "off", "on"},
+      {"track 1 character set", "2", "1"},
+      {"track 2 start/stop", "on", "off"},
+      {"track 2 c start", "off", "on"},
+      {"first track sent", "2", "1"}}},
+    {{press(vellsetup, "power_up_red_led_off"), press(vellsetup, "power_up_grn_led_off"),
+      press(vellsetup, "good_read_red_led_off"), press(vellsetup, "good_read_grn_led_off"),
+      press(vellsetup, "no_spkr_for_good_read"), press(vellsetup, "c_r_terminator_on"),
+      // What the first way has checked is clicked once more.
+      choose(symbology, {"i_2_of_5", "ean13", "codabar", "code_39", "2_of_5", "upca", "code128"},
+             "set_barcodes"),
+      choose(symbology, {"magstripe_tracks_0"}, "set_magstripe_tracks"),
+      choose(symbology,
+             {"track_1_t2_char_set", "track_2_start_stop", "xmit_t2_first", "track_1_start_stop",
+              "track_2_c_start"},
+             "set_magstripe_options")},
+     {{"power up red", "off", "on"},
+      {"power up green", "off", "on"},
+      {"good read red", "off", "3"},
+      {"good read green", "off", "15"},
+      {"good read speaker", "off", "49"},
+      {"c/r terminator", "on", "off"},
+      {"code 39", "on", "off"},
+      {"i 2 of 5", "off", "on"},
+      {"2 of 5", "on", "off"},
+      {"upca", "on", "off"},
+      {"ean13", "off", "on"},
+      {"code 128", "on", "off"},
+      {"codabar", "off", "on"},
+      {"track 1", "off", "on"},
+      {"track 2", "on", "off"},
+      {"track 1 start/stop", "on", "off"},
+      {"track 1 character set", "1", "2"},
+      {"track 2 start/stop", "off", "on"},
+      {"track 2 c start", "on", "off"},
+      {"first track sent", "1", "2"}}},
+    {{choose(symbology, {"magstripe_tracks_2"}, "set_magstripe_tracks")},
+     {{"track 1", "on", "off"}, {"track 2", "on", "off"}}},
+};
+
+/// One way. Where the reader has a clock, it is set last.
+inline const std::vector<Script>& scripts() {
+  using enum readersim::Family;
+  static const std::vector<Script> all{
+      {"vell",
+       vell,
+       {{press(vellsetup, "sense_1_auto"), press(vellsetup, "sense_2_auto"),
+         fill(vellsetup, "Text10", "7", "sense_input_delay_time"), press(vellsetup, "keyboard_disable_beep"),
+         fill(vellsetup, "Text11", "*", "keyboard_prefix"),
+         fill(vellsetup, "Text14", "9", "good_read_relay_time")},
+        {{"sense 1", "auto", "off"},
+         {"sense 2", "auto", "off"},
+         {"sense delay", "7", "1"},
+         {"keyboard beep", "off", "on"},
+         {"keyboard prefix", "42", "1"},
+         {"good read relay", "9", "off"}}}},
+      {"orin",
+       orin,
+       {{{orinparam,
+          {{"Text2", "8"}, {"Text3", "7"}, {"Text5", "12"}},
+          {},
+          "set_general",
+          {deletion, parameters_set}},
+         choose(orinparam, {"rs232_logging_0"}, "set_rs232_logging", {" RS232 Logging Option is On "}),
+         choose(orinparam, {"orin_mode_0"}, "set_mode", {mode_set}),
+         choose(orinparam, {}, "set_date_time", {date_set})},
+        {{"record length", "8", "9"},
+         {"relay time", "7", "9"},
+         {"red led time", "12", "9"},
+         {"rs232 logging", "on", "off"},
+         {"mode", "Vell", "Accum"}}}},
+      {"orinta",
+       orinta,
+       {{{orinparam,
+          {{"Text2", "40"}, {"Text3", "99"}, {"Text5", "1"}},
+          {},
+          "set_general",
+          {deletion, parameters_set}},
+         choose(orinparam, {"bad_logging_1"}, "set_bad_logging", {" Bad Logging Option Reset "}),
+         choose(orinparam, {"orin_mode_3"}, "set_mode", {mode_set}),
+         choose(orinparam, {}, "set_date_time", {date_set})},
+        {{"record length", "40", "9"},
+         {"relay time", "99", "9"},
+         {"red led time", "1", "9"},
+         {"bad logging", "off", "on"},
+         {"mode", "Accum", "Vell"}}}},
+      {"ferro_kesh",
+       ferro_kesh,
+       {{{keshsetup,
+          {{"Text21", "150"}, {"Text20", "2000"}},
+          {"ferro_time_stamping_1"},
+          "set_ferro_kesh_general",
+          {deletion, parameters_set}},
+         choose(keshsetup, {"kesh_rs232_logging_0"}, "set_kesh_rs232_logging", {parameter_set}),
+         choose(keshsetup, {"duplicate_read_0"}, "set_duplicate_read", {parameter_set}),
+         choose(keshsetup, {"comma_delimited_0"}, "set_comma_delimited", {parameter_set}),
+         choose(keshsetup, {"kesh_mode_0"}, "set_kesh_mode", {parameter_set}),
+         choose(keshsetup, {}, "set_date_time", {date_set})},
+        {{"record length", "150", "9"},
+         {"max records", "2000", "9"},
+         {"time stamping", "off", "on"},
+         {"rs232 logging", "on", "off"},
+         {"duplicate suppression", "on", "off"},
+         {"comma delimited", "on", "off"},
+         {"mode", "Vell", "Kesh"}}}},
+      {"glint_kesh",
+       glint_kesh,
+       {{{keshsetup,
+          {{"Text19", "20"}},
+          {"glint_time_stamping_1", "id_1_on"},
+          "set_glint_kesh_general",
+          {deletion, parameters_set}},
+         {keshsetup, {{"Text22", "AB"}, {"Text23", "12345"}}, {}, "set_ids", {ids_set}},
+         choose(keshsetup, {"comma_delimited_0"}, "set_comma_delimited", {parameter_set}),
+         choose(keshsetup, {}, "set_date_time", {date_set})},
+        {{"record length", "20", "9"},
+         {"time stamping", "off", "on"},
+         {"id 1 sent", "on", "off"},
+         {"id 2 sent", "off", "on"},
+         {"id 1", "AB   ", "first"},
+         {"id 2", "12345", "other"},
+         {"comma delimited", "on", "off"}}}},
+      {"quor",
+       quor,
+       {{choose(quorsetup, {"print_on"}, "set_quor_general"),
+         {quorsetup, {{"Text26", "5"}, {"Text27", "21"}}, {}, "set_quor_ages", {}},
+         choose(quorsetup, {}, "set_date_time", {date_set})},
+        {{"logging", "off", "on"}, {"printing", "on", "off"}, {"age 1", "5", "7"}, {"age 2", "21", "7"}}}},
+  };
+  return all;
 }
 
-/// Types as a person does who replaces what stands in a box.
-inline void retype(QWidget* box, const std::string& text) {
-  QTest::keyClick(box, Qt::Key_A, Qt::ControlModifier);
-  QTest::keyClick(box, Qt::Key_Delete);
-  QTest::keyClicks(box, QString::fromStdString(text));
-}
-
-template <typename Bench>
-void perform(Bench& bench, const Step& step) {
-  bench.click_menu(step.menu);
-  for (const auto& [box, text] : step.boxes) {
-    retype(control_of(bench.window, box), text);
-  }
-  for (const std::string& choice : step.choices) {
-    bench.click(control_of(bench.window, choice));
-  }
-  for (const std::string& message : step.messages) {
-    bench.dialogs.expect_message(message);
-  }
-  bench.click(control_of(bench.window, step.button));
+/// The opposite way.
+inline const std::vector<Script>& opposite_scripts() {
+  using enum readersim::Family;
+  static const std::vector<Script> all{
+      {"vell_again",
+       vell,
+       {{press(vellsetup, "sense_inputs_off"), press(vellsetup, "keyboard_enable_beep"),
+         press(vellsetup, "no_relay_for_good_read")},
+        {{"sense 1", "off", "auto"},
+         {"sense 2", "off", "auto"},
+         {"keyboard beep", "on", "off"},
+         {"good read relay", "off", "9"}}}},
+      {"orin_again",
+       orin,
+       {{choose(orinparam, {"rs232_logging_1"}, "set_rs232_logging", {" RS232 Logging Option is Off "}),
+         choose(orinparam, {"orin_mode_1"}, "set_mode", {mode_set})},
+        {{"rs232 logging", "off", "on"}, {"mode", "Orin", "Vell"}}}},
+      {"orinta_again",
+       orinta,
+       {{choose(orinparam, {"bad_logging_0"}, "set_bad_logging", {" Bad Logging Option Set "}),
+         choose(orinparam, {"orin_mode_2"}, "set_mode", {mode_set})},
+        {{"bad logging", "on", "off"}, {"mode", "Orinta", "Accum"}}}},
+      {"ferro_kesh_again",
+       ferro_kesh,
+       {{{keshsetup,
+          {{"Text21", "4"}, {"Text20", ""}},
+          {"ferro_time_stamping_0"},
+          "set_ferro_kesh_general",
+          {deletion, parameters_set}},
+         choose(keshsetup, {"kesh_rs232_logging_1"}, "set_kesh_rs232_logging", {parameter_set}),
+         choose(keshsetup, {"duplicate_read_1"}, "set_duplicate_read", {parameter_set}),
+         choose(keshsetup, {"comma_delimited_1"}, "set_comma_delimited", {parameter_set}),
+         choose(keshsetup, {"kesh_mode_1"}, "set_kesh_mode", {parameter_set})},
+        {{"record length", "4", "9"},
+         {"max records", "0", "9"},
+         {"time stamping", "on", "off"},
+         {"rs232 logging", "off", "on"},
+         {"duplicate suppression", "off", "on"},
+         {"comma delimited", "off", "on"},
+         {"mode", "Kesh", "Vell"}}}},
+      {"glint_kesh_again",
+       glint_kesh,
+       {{{keshsetup,
+          {{"Text19", "30"}},
+          {"glint_time_stamping_0", "id_2_on"},
+          "set_glint_kesh_general",
+          {deletion, parameters_set}},
+         {keshsetup, {{"Text22", ""}, {"Text23", "x"}}, {}, "set_ids", {ids_set}}},
+        {{"record length", "30", "9"},
+         {"time stamping", "on", "off"},
+         {"id 1 sent", "off", "on"},
+         {"id 2 sent", "on", "off"},
+         {"id 1", "     ", "first"},
+         {"id 2", "x    ", "other"}}}},
+      {"quor_again",
+       quor,
+       {{choose(quorsetup, {"logging_on"}, "set_quor_general"),
+         {quorsetup, {{"Text26", "99"}, {"Text27", "0"}}, {}, "set_quor_ages", {}}},
+        {{"logging", "on", "off"}, {"printing", "off", "on"}, {"age 1", "99", "7"}, {"age 2", "0", "7"}}}},
+  };
+  return all;
 }
 
 }  // namespace config_scripts
