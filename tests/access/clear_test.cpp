@@ -111,6 +111,23 @@ TEST_P(Clear, without_an_address_nothing_is_sent) {
   EXPECT_EQ(port.written(), "");
 }
 
+TEST_P(Clear, a_missing_address_on_a_plain_line_fails_the_connection_test_where_there_is_one) {
+  for (const char* const address : {"", "  "}) {
+    settings.reader_address = address;
+    port.writes.clear();
+    if (row.tests_connection) {
+      dialogs.expect_message(boxes::no_address);
+      dialogs.expect_message(boxes::not_connected);
+    } else {
+      dialogs.expect_message(row.done);  // a plain line needs no address
+    }
+    run();
+    dialogs.verify();
+    EXPECT_EQ(port.written(), row.tests_connection ? "" : row.command + "\r");
+    EXPECT_TRUE(shown.empty());
+  }
+}
+
 TEST_P(Clear, a_line_that_takes_nothing_is_no_success) {
   reader.spoil = [this](int, std::string_view, std::string reply) {
     port.writable = false;

@@ -102,6 +102,24 @@ TEST_F(ScheduleDownload, a_whole_file_is_792_commands_of_50_ms) {
   EXPECT_EQ(pump.elapsed(), 10ms + 792 * 50ms);
 }
 
+TEST_F(ScheduleDownload, a_file_one_line_short_is_98_schedules) {
+  const std::string whole = ScheduleTable{}.write();
+  const std::string short_file = whole.substr(0, whole.rfind("99 00 "));
+  ASSERT_EQ(std::count(short_file.begin(), short_file.end(), '\n'), 98);
+  // With an end to its last line and without one.
+  for (const std::string& text : {short_file, short_file.substr(0, short_file.size() - 2)}) {
+    reader.heard.clear();
+    dialogs.expect_open(dialog, write_file("week.txt", text));
+    dialogs.expect_message(boxes::download_complete);
+    transfers.download_schedules(status);
+    ASSERT_EQ(reader.heard.size(), 1U + 98U * 8U);
+    EXPECT_EQ(reader.heard[1], "SA001100000000");
+    EXPECT_EQ(reader.heard[783], "SA098700000000");
+    EXPECT_EQ(reader.heard[784], "SS098000");
+    EXPECT_EQ(shown.at(shown.size() - 2), "Records Downloaded: 00784  Errors: 00000");
+  }
+}
+
 TEST_F(ScheduleDownload, an_empty_file_sends_only_the_acks) {
   use_reader_at(5);
   dialogs.expect_open(dialog, write_file("week.txt", ""));
