@@ -2,6 +2,7 @@
 // reader, plain and networked, at virtual time.
 
 #include "access/access_file.h"
+#include "access/access_list.h"
 #include "access/schedule_file.h"
 #include "access/simulated_line.h"
 #include "link/numbers.h"
@@ -17,8 +18,12 @@ std::string padded(std::string text, std::size_t width) {
   return text;
 }
 
+std::string line_of(const std::string& id, const std::string& name, const std::string& schedule) {
+  return padded(id, 40) + padded(name, 30) + schedule;
+}
+
 std::string line(const std::string& id, const std::string& schedule) {
-  return padded(id, 40) + padded("Somebody", 30) + schedule;
+  return line_of(id, "Somebody", schedule);
 }
 
 /// A line of a list and what the reader must hold after it.
@@ -108,6 +113,67 @@ TEST_P(RoundTrip, lines_that_reach_the_reader_cut_or_shifted) {
           {line(std::string(40, '9'), "10"), std::string(18, '9'), 10},
           {line("\xE9\xFC\x80 \xFF", "11"), "\xE9\xFC\x80 \xFF", 11},
           {line("a b  c", "12"), "a b  c", 12},
+      },
+      18);
+}
+
+/// An employee as typed in the editor, and what becomes of it.
+struct Employee {
+  std::string id;  // in UTF-8, as are the others
+  std::string name;
+  std::string schedule;
+  Row row;  ///< the line saved, and what the reader holds of it
+};
+
+const std::string forty = "1234567890123456789012345678901234567890";
+const std::string thirty = "Maximilian Featherstonehaugh-X";
+
+const std::vector<Employee> employees{
+    // Accents are one byte each; a name stays on the PC.
+    {"Én1", "Zoë Müller €", "7", {line_of("\xC9n1", "Zo\xEB M\xFCller \x80", "07"), "\xC9n1", 7}},
+    // A comma ends what is sent, in the name too: the schedule behind it is lost.
+    {"22", "Doe, Jane", "8", {line_of("22", "Doe, Jane", "08"), "22", 0}},
+    {"2,3", "Cid", "8", {line_of("2,3", "Cid", "08"), "2", 0}},
+    // Quotes count where they come first only: what stands in them is sent, all else is lost.
+    {"33", "Jo \"Ace\" Lee", "9", {line_of("33", "Jo \"Ace\" Lee", "09"), "33", 9}},
+    {"\"3,4\"", "Quo", "9", {line_of("\"3,4\"", "Quo", "09"), "3,4", 0}},
+    {"\"35", "Quin", "19", {line_of("\"35", "Quin", "19"), "35", 9}},
+    // Blanks that come first are left out and all columns shift: the schedule is cut from behind the line.
+    {"  55", "Leading Blanks", "10", {line_of("  55", "Leading Blanks", "10"), "55", 0}},
+    // A full line; what is longer was cut when it was saved.
+    {forty, thirty, "99", {forty + thirty + "99", "123456789012345678", 99}},
+    {"9" + forty, thirty + "Y", "98", {"9" + forty.substr(0, 39) + thirty + "98", "912345678901234567", 98}},
+    // Short, and blank: without an ID the name goes to the reader, without a name the schedule does.
+    {"6", {}, {}, {line_of("6", "", "00"), "6", 0}},
+    {" ", "No Id", "11", {line_of("", "No Id", "11"), "No Id", 0}},
+    {{}, {}, "12", {line_of("", "", "12"), "12", 0}},
+};
+
+TEST_P(RoundTrip, employees_typed_in_the_editor_come_back_as_far_as_the_format_carries_them) {
+  AccessList typed;
+  std::vector<Row> rows;
+  std::string saved;
+  for (const Employee& employee : employees) {
+    typed.add({QString::fromStdString(employee.id), QString::fromStdString(employee.name),
+               QString::fromStdString(employee.schedule)});
+    rows.push_back(employee.row);
+    ASSERT_EQ(employee.row.line.size(), 72U);
+    saved += employee.row.line + "\r\n";
+  }
+  EXPECT_TRUE(bytes_equal(typed.write(), saved));
+  expect_rows(rows, 18);
+}
+
+TEST_P(RoundTrip, lines_written_by_hand_with_names_of_their_own) {
+  expect_rows(
+      {
+          {padded("71", 40) + "Ann", "71", 0},                       // ends within the name
+          {padded("72", 40) + padded("Bob", 30) + "5", "72", 5},     // one digit
+          {padded("73", 40) + "Cl\xE9o, 2nd", "73", 0},              // ends behind a comma
+          {line_of("74", "Dan", "13") + ",\"x\"", "74", 13},         // a comma behind the columns
+          {"\"" + line_of("75", "Eve, MD", "14") + "\"", "75", 14},  // quotes around the whole line keep all
+          {"\t" + line_of("76", "Fay", "15").substr(1), "\t6", 15},  // a tab is no blank
+          {padded("", 75), "", 0},                                   // blanks only
       },
       18);
 }
