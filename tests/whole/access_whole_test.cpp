@@ -50,24 +50,45 @@ class AccessWhole : public testing::TestWithParam<bool> {
   void write(const std::string& name, const std::string& bytes) const {
     std::ofstream(path(name), std::ios::binary) << bytes;
   }
-  /// The time between commands that follow each other on the line. The median, because a busy machine is late
-  /// now and then; on a quiet one it lies within 1 % of the pause.
-  void expect_median_pause(const std::string& command, std::chrono::milliseconds pause) {
+  /// The times between the commands that one download brought to the reader, shortest first.
+  std::vector<readersim::TimePoint> pauses_of(const std::string& command,
+                                              const std::function<void()>& download) {
+    const std::size_t before = bench.readers.events().size();
+    download();
+    const std::vector<readersim::Event> events = bench.readers.events();
     std::vector<readersim::TimePoint> moments;
-    for (const readersim::Event& event : bench.readers.events()) {
-      if (event.kind == readersim::Event::Kind::heard && event.bytes.find(command) != std::string::npos) {
-        moments.push_back(event.at);
+    for (std::size_t i = before; i < events.size(); ++i) {
+      if (events[i].kind == readersim::Event::Kind::heard &&
+          events[i].bytes.find(command) != std::string::npos) {
+        moments.push_back(events[i].at);
       }
     }
-    ASSERT_GT(moments.size(), 8U);
     std::adjacent_difference(moments.begin(), moments.end(), moments.begin());
-    std::sort(moments.begin() + 1, moments.end());
-    const readersim::TimePoint median = moments[moments.size() / 2];
+    moments.erase(moments.begin(), std::min(moments.begin() + 1, moments.end()));
+    std::sort(moments.begin(), moments.end());
+    return moments;
+  }
+  /// Holds the pause between commands to its time, in the best of several downloads: a busy machine is late
+  /// now and then, but not in three out of four pauses each time.
+  void expect_pause(const std::string& command, std::chrono::milliseconds pause,
+                    const std::function<void()>& download) {
+    const readersim::TimePoint at_most = std::chrono::microseconds(pause) * 101 / 100;
+    std::vector<readersim::TimePoint> best;
+    const auto lower_quartile = [](const auto& pauses) { return pauses[pauses.size() / 4]; };
+    for (int attempt = 0; attempt < 4 && (best.empty() || lower_quartile(best) > at_most); ++attempt) {
+      const std::vector<readersim::TimePoint> pauses = pauses_of(command, download);
+      ASSERT_GE(pauses.size(), 8U);
+      EXPECT_GE(pauses[pauses.size() / 2], pause - 1ms);
+      if (best.empty() || lower_quartile(pauses) < lower_quartile(best)) {
+        best = pauses;
+      }
+    }
+    const readersim::TimePoint median = best[best.size() / 2];
+    RecordProperty("lower_quartile_us", static_cast<int>(lower_quartile(best).count()));
     RecordProperty("median_pause_us", static_cast<int>(median.count()));
-    EXPECT_GE(median, pause - 1ms);
+    EXPECT_LE(best.front(), at_most);
+    EXPECT_LE(lower_quartile(best), at_most);
     EXPECT_LE(median, pause + 10ms);
-    // No machine is too busy for the shortest one.
-    EXPECT_LE(moments[1], std::chrono::microseconds(pause) * 101 / 100);
   }
   void press(const char* name) { bench.click(bench.find<QPushButton>(name)); }
   void type(const char* name, const char* text) {
@@ -183,16 +204,18 @@ TEST_P(AccessWhole, a_record_takes_its_fixed_pause) {
   }
   write("list.txt", list);
   bench.program.services().record_length = "6";
-  bench.dialogs.expect_open("Download Access List File", path("list.txt"));
-  bench.dialogs.expect_message("        Download Complete         ");
-  press("access_list_download");
-  expect_median_pause("AC0", 250ms);
+  expect_pause("AC0", 250ms, [this] {
+    bench.dialogs.expect_open("Download Access List File", path("list.txt"));
+    bench.dialogs.expect_message("        Download Complete         ");
+    press("access_list_download");
+  });
 }
 
 TEST_P(AccessWhole, a_schedule_command_takes_its_fixed_pause) {
   write("week.txt", ScheduleTable{}.write().substr(0, 4 * 64));
-  bench.dialogs.expect_open("Download Schedule File", path("week.txt"));
-  bench.dialogs.expect_message("        Download Complete         ");
-  press("schedules_download");
-  expect_median_pause("SA0", 50ms);
+  expect_pause("SA0", 50ms, [this] {
+    bench.dialogs.expect_open("Download Schedule File", path("week.txt"));
+    bench.dialogs.expect_message("        Download Complete         ");
+    press("schedules_download");
+  });
 }
