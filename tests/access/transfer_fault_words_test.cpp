@@ -222,6 +222,7 @@ std::string words_of(const Operation& operation, End end) {
 void expect_end(const Operation& operation, const Row& row, const Outcome& outcome) {
   EXPECT_EQ(outcome.messages, std::vector{words_of(operation, row.end)});
   EXPECT_EQ(std::count(outcome.written.begin(), outcome.written.end(), '\x06'), row.acks);
+  EXPECT_LT(outcome.time, std::chrono::seconds(30));
   EXPECT_FALSE(outcome.status_left);
   const bool keeps_its_flag = operation.name == std::string("collected records upload");  // and that is meant
   EXPECT_EQ(outcome.flag_left, keeps_its_flag && row.end == End::refused);

@@ -1,5 +1,6 @@
-// Every transfer against the simulated readers, spoilt in every way at every byte of its answers: it ends in
-// bounded time with its own words, its flags clear and the file as far as it came, and the next one works.
+// Every transfer against the simulated readers, disturbed at every byte of its answers: it ends in bounded
+// time with its own words, its flags clear and the file as far as it came, and the next one works. Which
+// words those are for the faults that have but one right ending stands in transfer_fault_words_test.cpp.
 
 #include "access/spoilt_transfers.h"
 
