@@ -3,6 +3,7 @@
 #include "link/qt_event_pump.h"
 #include "support/pty_bench.h"
 
+#include <QAbstractEventDispatcher>
 #include <QCoreApplication>
 #include <QDateTime>
 #include <QMouseEvent>
@@ -269,6 +270,41 @@ TEST_F(qt_event_pump, a_held_tick_is_dropped_when_its_ticker_is_stopped_or_start
   ticker->start();
   QCoreApplication::processEvents();
   EXPECT_EQ(ticks, 0) << "a time-out begun anew must not come at once";
+}
+
+TEST_F(qt_event_pump, a_fast_ticker_wakes_nobody_in_a_pause_ticks_once_after_it_and_goes_on) {
+  int ticks = 0;
+  const auto ticker = pump.make_ticker(1ms, [&] { ++ticks; });
+  ticker->start();
+  int wakes = 0;
+  QObject counter;
+  QObject::connect(QAbstractEventDispatcher::instance(), &QAbstractEventDispatcher::awake, &counter,
+                   [&wakes] { ++wakes; });
+  const auto before = processor_time();
+  pump.sleep(1000ms);
+  EXPECT_LT(processor_time() - before, 20ms);
+  EXPECT_LE(wakes, 20);
+  EXPECT_EQ(ticks, 0);
+  EXPECT_TRUE(ticker->running());
+  QCoreApplication::processEvents();
+  EXPECT_EQ(ticks, 1);
+  EXPECT_TRUE(ticker->running());
+  EXPECT_TRUE(wait_until([&] { return ticks >= 10; }, 1000ms));
+}
+
+TEST_F(qt_event_pump, a_ticker_stopped_in_the_pause_drops_the_tick_that_waits_in_it) {
+  int ticks = 0;
+  const auto ticker = pump.make_ticker(10ms, [&] { ++ticks; });
+  ticker->start();
+  // Not held back, as a hang-up is not: it comes when the tick has long been due.
+  QTimer::singleShot(100ms, &pump, [&] {
+    EXPECT_TRUE(ticker->running());
+    ticker->stop();
+  });
+  pump.sleep(200ms);
+  EXPECT_FALSE(ticker->running());
+  wait_until([] { return false; }, 50ms);
+  EXPECT_EQ(ticks, 0);
 }
 
 TEST_F(qt_event_pump, a_held_tick_goes_with_its_ticker) {

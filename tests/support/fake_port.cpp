@@ -47,6 +47,7 @@ void FakePort::close() {
 
 bool FakePort::write(std::string_view bytes) {
   if (!is_open || !writable) {
+    ++refused;
     return false;
   }
   writes.emplace_back(bytes);

@@ -34,6 +34,7 @@ class FakePort : public SerialPort {
   std::vector<std::string> opened_with;  ///< "port:settings" of every open() that was tried
   bool is_open = false;
   int discards = 0;
+  int refused = 0;  ///< writes that were tried while it took none
   /// All that was written, in one piece.
   [[nodiscard]] std::string written() const;
   /// What has arrived and nobody took.

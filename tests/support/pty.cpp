@@ -16,6 +16,16 @@
 using namespace std::chrono_literals;
 using Clock = std::chrono::steady_clock;
 
+namespace {
+
+void fill(int near_end) {
+  const std::string filling(1024, '.');
+  while (::write(near_end, filling.data(), filling.size()) > 0) {
+  }
+}
+
+}  // namespace
+
 Pty::Pty() {
   int near_end = -1;
   std::array<char, 128> name{};
@@ -80,7 +90,7 @@ termios Pty::settings() const {
   return now;
 }
 
-void Pty::stall() const {
+int Pty::near_end() const {
   // Through the port's own descriptor: an open port keeps everybody but root from opening its device again.
   int near_end = -1;
   for (const auto& entry : std::filesystem::directory_iterator("/proc/self/fd")) {
@@ -92,9 +102,11 @@ void Pty::stall() const {
   if (near_end < 0) {
     throw std::logic_error("only an open line can stall");
   }
-  const std::string filling(1024, '.');
-  while (::write(near_end, filling.data(), filling.size()) > 0) {
-  }
+  return near_end;
+}
+
+void Pty::stall() const {
+  fill(near_end());
 }
 
 void Pty::hang_up() {
@@ -115,6 +127,22 @@ PtyListener::PtyListener(const Pty& pty, std::function<void(std::string_view)> o
 PtyListener::~PtyListener() {
   done_ = true;
   thread_.join();
+}
+
+PtyStall::PtyStall(const Pty& pty) : near_end_(dup(pty.near_end())) {
+  fill(near_end_);
+  thread_ = std::thread([this] {
+    while (!done_) {
+      std::this_thread::sleep_for(1ms);
+      fill(near_end_);
+    }
+  });
+}
+
+PtyStall::~PtyStall() {
+  done_ = true;
+  thread_.join();
+  ::close(near_end_);
 }
 
 ScopedVariable::ScopedVariable(std::string name, const std::string& value) : name_(std::move(name)) {

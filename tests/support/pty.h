@@ -36,6 +36,10 @@ class Pty {
   void hang_up();
 
  private:
+  friend class PtyStall;
+  /// The program's own descriptor of the line.
+  [[nodiscard]] int near_end() const;
+
   int far_end_ = -1;
   std::string device_;
 };
@@ -47,6 +51,20 @@ class PtyListener {
   ~PtyListener();
 
  private:
+  std::atomic<bool> done_ = false;
+  std::thread thread_;
+};
+
+/// Keeps a line full as long as it lives, also after the program has dropped what it could not send.
+class PtyStall {
+ public:
+  explicit PtyStall(const Pty& pty);
+  ~PtyStall();
+  PtyStall(const PtyStall&) = delete;
+  PtyStall& operator=(const PtyStall&) = delete;
+
+ private:
+  int near_end_;
   std::atomic<bool> done_ = false;
   std::thread thread_;
 };

@@ -1,6 +1,8 @@
 // What the full-screen terminal prints, on paper as far as a test can hold it: painted to an image, printed
 // to a PDF file, and through a real print queue.
 
+#include "shell/code_page.h"
+#include "shell/main_window.h"
 #include "shell/program.h"
 #include "shell/qt_dialogs.h"
 #include "support/bytes.h"
@@ -11,11 +13,13 @@
 #include "tools/fullterm_print.h"
 #include "tools/terminal_qt_printer.h"
 
+#include <QAccessible>
 #include <QApplication>
 #include <QDateTime>
 #include <QDir>
 #include <QFileInfo>
 #include <QImage>
+#include <QPaintEngine>
 #include <QPainter>
 #include <QPrintDialog>
 #include <QPrinter>
@@ -27,6 +31,7 @@
 #include <QTimer>
 
 #include <gtest/gtest.h>
+#include <vector>
 
 namespace {
 
@@ -88,6 +93,52 @@ qint64 ink_in(const QImage& picture, const QRect& area) {
   }
   return ink;
 }
+
+bool is_fixed_pitch(const QString& font_name) {
+  return font_name.contains(QRegularExpression(QStringLiteral("Mono|Courier|Gothic")));
+}
+
+/// Paper that keeps the fonts of what is painted on it.
+class FontKeeper : public QPaintDevice {
+ public:
+  std::vector<QFont> fonts;  ///< one entry a drawn character
+
+  [[nodiscard]] QPaintEngine* paintEngine() const override { return &engine_; }
+
+ protected:
+  [[nodiscard]] int metric(PaintDeviceMetric which) const override {
+    switch (which) {
+      case PdmDpiX:
+      case PdmDpiY:
+      case PdmPhysicalDpiX:
+      case PdmPhysicalDpiY:
+        return 72;  // a pixel a point
+      case PdmWidth:
+      case PdmHeight:
+        return 1000;
+      case PdmDevicePixelRatioScaled:
+        return static_cast<int>(devicePixelRatioFScale());
+      default:
+        return 1;
+    }
+  }
+
+ private:
+  struct Engine : QPaintEngine {
+    explicit Engine(FontKeeper& keeper) : keeper_(keeper) {}
+    bool begin(QPaintDevice* /*device*/) override { return true; }
+    bool end() override { return true; }
+    void updateState(const QPaintEngineState& /*state*/) override {}
+    void drawPixmap(const QRectF& /*to*/, const QPixmap& /*pixmap*/, const QRectF& /*from*/) override {}
+    void drawTextItem(const QPointF& /*where*/, const QTextItem& text) override {
+      keeper_.fonts.push_back(text.font());
+    }
+    [[nodiscard]] Type type() const override { return User; }
+    FontKeeper& keeper_;
+  };
+
+  mutable Engine engine_{*this};
+};
 
 QImage white_page(QSize size) {
   QImage picture(size, QImage::Format_RGB32);
@@ -196,6 +247,22 @@ TEST(fullterm_paper, typed_text_is_darker_than_received_text) {
   EXPECT_GT(ink_in(picture, typed), ink_in(picture, received) * 5 / 4);
 }
 
+TEST(fullterm_paper, every_character_is_of_twelve_points_and_of_the_font_of_the_job_where_there_is_one) {
+  FontKeeper paper;
+  QPainter painter(&paper);
+  paint_job(painter, QRectF(0, 0, 1000, 1000), print_job_of("AB\xFF\xFF\x82\xB0"), [] { FAIL(); });
+  painter.end();
+  ASSERT_EQ(paper.fonts.size(), 4U);
+  for (std::size_t index = 0; index < paper.fonts.size(); ++index) {
+    const QFont& font = paper.fonts.at(index);
+    EXPECT_EQ(font.pointSizeF(), 12) << index;
+    EXPECT_EQ(font.bold(), index < 2) << index;
+    EXPECT_TRUE(font.fixedPitch()) << index;
+    EXPECT_EQ(font.families().value(0), QStringLiteral("letter gothic")) << index;
+    EXPECT_TRUE(font.families().contains(QStringLiteral("Courier New"))) << index;
+  }
+}
+
 TEST(fullterm_paper, a_full_page_is_followed_by_another) {
   QImage picture = white_page({800, 100});
   QPainter painter(&picture);
@@ -223,9 +290,56 @@ TEST(fullterm_paper, pdf_file_holds_the_text_in_a_bold_and_a_plain_fixed_pitch_f
   EXPECT_EQ(lines_of_pdf(file), QStringList{QStringLiteral("VERSIONOrin 3.2DONE")});
   ASSERT_EQ(fonts_of_pdf(file, true).size(), 1);
   ASSERT_EQ(fonts_of_pdf(file, false).size(), 1);
-  EXPECT_TRUE(
-      fonts_of_pdf(file, false)[0].contains(QRegularExpression(QStringLiteral("Mono|Courier|Gothic"))))
-      << fonts_of_pdf(file, false)[0].toStdString();
+  EXPECT_TRUE(is_fixed_pitch(fonts_of_pdf(file, false)[0])) << fonts_of_pdf(file, false)[0].toStdString();
+}
+
+TEST(fullterm_paper, bytes_from_128_on_are_dos_characters_on_paper) {
+  if (!has("pdftotext")) {
+    GTEST_SKIP() << "pdftotext (poppler-utils) is not installed";
+  }
+  const QTemporaryDir folder;
+  const QString file = folder.filePath(QStringLiteral("terminal.pdf"));
+  PaperBench bench;
+  std::string typed;
+  for (int code = 128; code < 255; ++code) {  // a pair of the last would be a mark
+    typed += static_cast<char>(code);
+  }
+  const PrintJob job = print_job_of(typed + "\xFF\xFF\x82\xB0\xDB\x9B\xE1");
+  ASSERT_EQ(bench.printer.print_to_pdf(job, file.toStdString()), Printer::Result::printed);
+  const QString text = lines_of_pdf(file).join(QString());
+  for (const char byte : typed) {
+    const QChar glyph = code_page::from_dos_437(byte);
+    EXPECT_TRUE(text.contains(glyph)) << std::hex << int{byte} << ' ' << QString(glyph).toStdString();
+  }
+  EXPECT_TRUE(text.endsWith(QStringLiteral("\u00E9\u2591\u2588\u00A2\u00DF"))) << text.toStdString();
+}
+
+TEST(fullterm_paper, an_assistive_client_that_reaches_past_the_print_dialog_waits_for_its_answer) {
+  TestPump pump;
+  FakePort port{pump};
+  QtDialogs dialogs{pump};
+  QtPrinter printer{dialogs};
+  Program program{port, pump, dialogs, printer};
+  MainWindow window{program.services()};
+  window.start_up();
+  window.show();
+  int clicks = 0;
+  QObject::connect(&window.menu(), &MenuColumn::entry_clicked, &window, [&clicks] { ++clicks; });
+  QTimer hand;
+  QObject::connect(&hand, &QTimer::timeout, &hand, [&] {
+    if (QPrintDialog* const dialog = open_print_dialog()) {
+      hand.stop();
+      QAccessible::queryAccessibleInterface(window.menu().entry(9))
+          ->actionInterface()
+          ->doAction(QAccessibleActionInterface::pressAction());
+      EXPECT_TRUE(QTest::qWaitFor([&clicks] { return clicks == 1; }));
+      EXPECT_EQ(window.screen_code(), ScreenCode::com);
+      dialog->reject();
+    }
+  });
+  hand.start(5);
+  EXPECT_EQ(printer.print(print_job_of("abc")), Printer::Result::cancelled);
+  EXPECT_TRUE(QTest::qWaitFor([&window] { return window.screen_code() == ScreenCode::diag; }));
 }
 
 TEST(fullterm_paper, a_pdf_file_in_a_folder_that_is_not_there_fails) {
@@ -265,7 +379,9 @@ TEST(fullterm_paper, f8_prints_through_the_print_dialog_on_a_real_queue) {
   EXPECT_TRUE(QTest::qWaitFor(printed, 30000));
   EXPECT_EQ(lines_of_pdf(file),
             (QStringList{QString(80, u'x'), QString(20, u'x') + QStringLiteral("Orin 3.2")}));
-  EXPECT_EQ(fonts_of_pdf(file, true).size(), 1);
-  EXPECT_EQ(fonts_of_pdf(file, false).size(), 1);
+  for (const bool bold : {true, false}) {
+    ASSERT_EQ(fonts_of_pdf(file, bold).size(), 1);
+    EXPECT_TRUE(is_fixed_pitch(fonts_of_pdf(file, bold)[0])) << fonts_of_pdf(file, bold)[0].toStdString();
+  }
   QFile::remove(file);
 }

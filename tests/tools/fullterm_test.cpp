@@ -59,7 +59,30 @@ struct FullBench : WindowBench {
   }
   [[nodiscard]] QString drawn() const { return pop1->text(); }
   TerminalView* terminal_box() { return find<TerminalView>("Text1"); }
+  /// The pixels between two heights of a cell of the first line, 0 its top and 1 its bottom, without its
+  /// edges and the middle, where a block character begins or ends.
+  [[nodiscard]] QRect part_of_cell(int column, qreal top, qreal bottom) const {
+    const QRectF cell = pop1->cell(0, column);
+    const QRectF part(cell.x(), cell.y() + cell.height() * top, cell.width(), cell.height() * (bottom - top));
+    return part.adjusted(2, 3, -2, -3).toAlignedRect();
+  }
 };
+
+/// Whether a part of a picture holds this colour alone.
+bool filled(const QImage& picture, const QRect& part, const QColor& colour) {
+  for (int y = part.top(); y <= part.bottom(); ++y) {
+    for (int x = part.left(); x <= part.right(); ++x) {
+      if (picture.pixelColor(x, y) != colour) {
+        return false;
+      }
+    }
+  }
+  return !part.isEmpty();
+}
+
+bool inked(const QImage& picture, const QRect& part) {
+  return !filled(picture, part, Qt::white);
+}
 
 QString button_caption(const FullBench& bench, const char* name) {
   return bench.full->findChild<QPushButton*>(QLatin1String(name))->text();
@@ -142,6 +165,21 @@ TEST(fullterm, colours_reach_the_picture) {
   EXPECT_FALSE(has(0, blue));
   EXPECT_TRUE(has(1, blue));
   EXPECT_FALSE(has(1, black));
+}
+
+TEST(fullterm, dos_glyphs_reach_the_picture) {
+  FullBench bench;
+  bench.alt_code({Qt::Key_2, Qt::Key_1, Qt::Key_9});
+  bench.receive("\xDB\xDF\xDC\x85");  // full block, upper half, lower half, a letter with an accent
+  const QImage picture = bench.pop1->viewport()->grab().toImage();
+  EXPECT_TRUE(filled(picture, bench.part_of_cell(0, 0, 1), black));
+  EXPECT_TRUE(filled(picture, bench.part_of_cell(1, 0, 1), blue));
+  EXPECT_TRUE(filled(picture, bench.part_of_cell(2, 0, 0.5), blue));
+  EXPECT_FALSE(inked(picture, bench.part_of_cell(2, 0.5, 1)));
+  EXPECT_FALSE(inked(picture, bench.part_of_cell(3, 0, 0.5)));
+  EXPECT_TRUE(filled(picture, bench.part_of_cell(3, 0.5, 1), blue));
+  EXPECT_TRUE(inked(picture, bench.part_of_cell(4, 0, 1)));
+  EXPECT_FALSE(inked(picture, bench.part_of_cell(5, 0, 1)));
 }
 
 TEST(fullterm, bytes_that_come_in_ticks_apart_are_blocks_of_their_own) {

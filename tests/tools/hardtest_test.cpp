@@ -328,6 +328,7 @@ TEST(hardtest, a_line_that_takes_nothing_is_tried_once_a_step) {
   bench.port.writable = false;
   bench.run_once();
   EXPECT_TRUE(bench.port.writes.empty());
+  EXPECT_EQ(bench.port.refused, 2);
   EXPECT_EQ(bench.display.steps, "one\r\ntwo\r\n");
 }
 

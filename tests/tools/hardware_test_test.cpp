@@ -6,6 +6,7 @@
 #include "tools/profile_window.h"
 #include "tools/terminal_view.h"
 
+#include <QAccessible>
 #include <QLabel>
 #include <QTemporaryDir>
 #include <QTimer>
@@ -61,6 +62,10 @@ struct HardwareTestBench : FreshMachine, WindowBench {
   }
   int editors = 0;
 };
+
+qsizetype open_editors(const MainWindow& window) {
+  return window.findChildren<ProfileWindow*>().size();
+}
 
 }  // namespace
 
@@ -240,6 +245,56 @@ TEST(hardware_test, a_profile_saved_in_the_editor_is_the_one_that_runs_and_is_sh
   bench.click_menu(hardware_test);
   EXPECT_EQ(bench.label("current_profile"),
             QStringLiteral("Current Profile:   ") + QString::fromStdString(name));
+}
+
+TEST(hardware_test, a_profile_saved_with_three_rows_stops_after_its_third_step) {
+  HardwareTestBench bench;
+  bench.dialogs.expect_save("Save Profile", bench.home.filePath(QStringLiteral("own.txt")).toStdString());
+  bench.in_the_editor([](ProfileWindow& editor) {
+    for (int row = 0; row < 3; ++row) {
+      const QString number = QString::number(row);
+      const auto type = [&](const char* kind, const QString& text) {
+        QTest::keyClicks(editor.findChild<TextBox*>(QLatin1String(kind) + number), text);
+      };
+      type("Text1_", QStringLiteral("Step ") + number);
+      type("Text2_", QStringLiteral("V") + number);
+      type("Text3_", QStringLiteral("10") + number);
+    }
+    QTest::mouseClick(editor.findChild<QPushButton*>(QStringLiteral("save")), Qt::LeftButton);
+  });
+  bench.click("Profiles");
+  bench.click("F1  Start");
+  EXPECT_TRUE(bytes_equal(bench.port.written(), "V0\x0DV1\x0DV2\x0D"));
+  EXPECT_EQ(bench.label("Label27"), QStringLiteral("Step 0\nStep 1\nStep 2\n"));
+  EXPECT_EQ(bench.pump.sleeps, (std::vector<TestPump::Milliseconds>{100ms, 101ms, 102ms}));
+}
+
+TEST(hardware_test, behind_the_editor_an_assistive_client_starts_no_test_and_opens_no_second_editor) {
+  HardwareTestBench bench;
+  int clicks = 0;
+  bench.in_the_editor([&](ProfileWindow& editor) {
+    QTimer::singleShot(2000, &editor, [] {
+      ADD_FAILURE() << "an editor too many waits for somebody to close it";
+      QApplication::activeModalWidget()->close();
+    });
+    for (const char* const caption : {"F1  Start", "Profiles"}) {
+      auto* const button = bench.button(caption);
+      QObject::connect(button, &QPushButton::clicked, &bench.window, [&clicks] { ++clicks; });
+      QAccessible::queryAccessibleInterface(button)->actionInterface()->doAction(
+          QAccessibleActionInterface::pressAction());
+    }
+    // Such a press lasts a moment.
+    EXPECT_TRUE(QTest::qWaitFor([&clicks] { return clicks == 2; }));
+    EXPECT_EQ(open_editors(bench.window), 1);
+    EXPECT_TRUE(bench.port.writes.empty());
+  });
+  bench.click("Profiles");
+  QCoreApplication::processEvents();
+  EXPECT_EQ(bench.editors, 1);
+  EXPECT_EQ(open_editors(bench.window), 0);
+  EXPECT_TRUE(bench.port.writes.empty());
+  bench.click("F1  Start");
+  EXPECT_FALSE(bench.port.writes.empty());
 }
 
 TEST(hardware_test, leaving_the_screen_is_not_refused_while_the_test_runs) {

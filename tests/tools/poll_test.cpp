@@ -423,6 +423,24 @@ TEST(poll, hours_of_polling_leave_no_more_than_a_display_full_of_lines) {
   EXPECT_EQ(most, 30U);
 }
 
+TEST(poll, the_second_acknowledge_is_not_tried_after_the_first_has_failed) {
+  for (const auto* const reply : {"", "?", "\x06"}) {  // silence, no acknowledge, too short
+    PollBench bench;
+    bench.port.answer(poll_of_5, reply);
+    bench.port.responder = [&bench](std::string_view /*written*/) { bench.port.writable = false; };
+    bench.run_one_poll(reader_5());
+    EXPECT_EQ(bench.port.writes, (std::vector<std::string>{poll_of_5})) << reply;
+    EXPECT_EQ(bench.port.refused, 1) << reply;
+  }
+}
+
+TEST(poll, a_reset_in_the_network_form_is_not_tried_after_the_plain_one_has_failed) {
+  PollBench bench;
+  bench.port.writable = false;
+  bench.poller.reset_all_readers();
+  EXPECT_EQ(bench.port.refused, 1);
+}
+
 TEST(poll, resetting_all_readers_sends_the_plain_and_the_network_form) {
   PollBench bench;
   bench.poller.reset_all_readers();

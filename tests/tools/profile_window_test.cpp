@@ -8,9 +8,12 @@
 #include "support/scripted_dialogs.h"
 #include "support/test_printer.h"
 
+#include <QLabel>
 #include <QPushButton>
 #include <QTemporaryDir>
 #include <QTest>
+
+#include <algorithm>
 
 namespace {
 
@@ -63,6 +66,48 @@ TEST(profile_window, opens_empty_whatever_the_tables_hold) {
     EXPECT_TRUE(box->text().isEmpty());
   }
   EXPECT_EQ(second.findChildren<TextBox*>().size(), 30);
+}
+
+TEST(profile_window, title_headings_hint_and_buttons_read_as_they_must) {
+  EditorBench bench;
+  EXPECT_EQ(bench.editor.windowTitle(), QStringLiteral("Test Profile"));
+  QStringList words;
+  for (const QLabel* const label : bench.editor.findChildren<QLabel*>()) {
+    words << label->text();
+  }
+  EXPECT_EQ(words, (QStringList{QStringLiteral("User Profile for Hardware Test"), QStringLiteral("Caption"),
+                                QStringLiteral("Command"), QStringLiteral("Wait (ms)"),
+                                QStringLiteral("F9 for a NULL")}));
+  QStringList captions;
+  for (const QPushButton* const button : bench.editor.findChildren<QPushButton*>()) {
+    captions << button->text();
+  }
+  EXPECT_EQ(captions, (QStringList{QStringLiteral("Load"), QStringLiteral("Save")}));
+}
+
+TEST(profile_window, every_box_stands_in_its_row_under_the_heading_of_its_column) {
+  struct Column {
+    const char* heading;
+    const char* boxes;
+  };
+  EditorBench bench;
+  const auto labels = bench.editor.findChildren<QLabel*>();
+  for (const auto& [heading, boxes] :
+       {Column{"Caption", "Text1"}, Column{"Command", "Text2"}, Column{"Wait (ms)", "Text3"}}) {
+    const auto label = std::find_if(labels.begin(), labels.end(), [text = heading](const QLabel* candidate) {
+      return candidate->text() == QLatin1String(text);
+    });
+    ASSERT_NE(label, labels.end()) << heading;
+    int above = (*label)->geometry().bottom();
+    for (int row = 0; row < 10; ++row) {
+      const TextBox& box = *bench.box(boxes, row);
+      EXPECT_EQ(box.x(), (*label)->x()) << heading << row;
+      EXPECT_GT(box.y(), above) << heading << row;
+      EXPECT_EQ(box.y(), bench.box("Text1", row)->y()) << heading << row;
+      EXPECT_EQ(box.accessibleName(), QLatin1String(heading) + QStringLiteral(" %1").arg(row + 1));
+      above = box.geometry().bottom();
+    }
+  }
 }
 
 TEST(profile_window, the_boxes_are_named_by_column_and_row) {

@@ -1,12 +1,16 @@
 #include "tools/prottest.h"
 
 #include "shell/text_box.h"
+#include "support/picture.h"
 #include "support/window_bench.h"
 #include "tools/drawn_text.h"
 
 #include <QAccessible>
 #include <QCheckBox>
 #include <QImage>
+
+#include <array>
+#include <set>
 
 namespace {
 
@@ -42,6 +46,23 @@ struct ProttestBench : WindowBench {
   }
 
   void show_all() { click(find("Check13")); }
+
+  /// Every colour of the first 14 characters of a line, in a picture of the whole screen.
+  std::set<QRgb> colours_of(int line) {
+    QWidget& screen = *find("prottest");
+    const QImage picture = screen.grab().toImage().convertToFormat(QImage::Format_RGB32);
+    const auto& display = *find<DrawnText>("protdisp");
+    QRectF area = display.cell(line, 0).united(display.cell(line, 13));
+    area.translate(display.viewport()->mapTo(&screen, QPoint(0, 0)));
+    const QRect pixels = pixels_of(picture, area);
+    std::set<QRgb> colours;
+    for (int y = pixels.top(); y <= pixels.bottom(); ++y) {
+      for (int x = pixels.left(); x <= pixels.right(); ++x) {
+        colours.insert(picture.pixel(x, y));
+      }
+    }
+    return colours;
+  }
 };
 
 }  // namespace
@@ -125,6 +146,27 @@ TEST(prottest, a_reply_is_drawn_in_its_colour_and_in_dos_characters) {
   EXPECT_EQ(lines.at(0).at(0).colour, QColor(0xFF, 0x00, 0x00));
   EXPECT_EQ(lines.at(1).at(0).colour, QColor(0x00, 0xFF, 0x00));
   EXPECT_EQ(lines.at(2).at(0).colour, QColor(0x00, 0x00, 0x00));
+}
+
+TEST(prottest, the_screen_shows_a_record_in_red_an_end_in_green_and_all_else_in_black) {
+  ProttestBench bench;
+  bench.type_range("5", "5");
+  bench.port.answer(poll_of_5, "\x06\x85\x01HHH\x03");
+  bench.port.answer(poll_of_5, "\x06\x85\x04HHH\x03");
+  bench.port.answer(poll_of_5, "\x06\x85\x02HHH\x03");
+  bench.after(450ms, [&] { bench.click("F2 Stop"); });
+  bench.click("F1 Start");
+  const QRgb red = qRgb(0xFF, 0x00, 0x00);
+  const QRgb green = qRgb(0x00, 0xFF, 0x00);
+  const QRgb black = qRgb(0x00, 0x00, 0x00);
+  const std::array<QRgb, 3> expected{red, green, black};
+  for (std::size_t line = 0; line < expected.size(); ++line) {
+    const std::set<QRgb> found = bench.colours_of(static_cast<int>(line));
+    for (const QRgb colour : expected) {
+      EXPECT_EQ(found.contains(colour), colour == expected.at(line)) << line << ' ' << std::hex << colour;
+    }
+    EXPECT_TRUE(found.contains(qRgb(0xFF, 0xFF, 0xFF))) << line;
+  }
 }
 
 TEST(prottest, the_display_tells_its_lines_to_assistive_clients) {

@@ -1,17 +1,13 @@
 // The terminal on a real port: a pseudo-terminal with the test at its far end.
 
-#include "link/qt_event_pump.h"
-#include "link/qt_serial_port.h"
-#include "shell/main_window.h"
-#include "shell/program.h"
-#include "support/pty_bench.h"
-#include "support/test_printer.h"
+#include "support/line_bench.h"
 #include "tools/fullterm.h"
 #include "tools/term.h"
 #include "tools/terminal_typing.h"
 
 #include <QAbstractEventDispatcher>
 #include <QApplication>
+#include <QClipboard>
 #include <QElapsedTimer>
 #include <QPushButton>
 #include <QTest>
@@ -24,28 +20,59 @@ namespace {
 
 using namespace std::chrono_literals;
 
-/// The whole window on a pseudo-terminal, with the terminal on show.
-struct LineBench {
-  Pty line;
-  ScopedVariable port_1{"TARVOS_COM1", line.device()};
-  QtSerialPort port;
-  QtEventPump pump{port};
-  ScriptedDialogs dialogs{&pump};
-  TestPrinter printer;
-  Program program{port, pump, dialogs, printer};
-  MainWindow window{program.services()};
+/// With the terminal on show.
+struct TermLine : LineBench {
   TypingBox* typing = window.findChild<TypingBox*>(QStringLiteral("Text7"));
   TerminalView* received = window.findChild<TerminalView*>(QStringLiteral("Text1"));
 
-  LineBench() {
-    window.start_up();
-    window.show();
-    window.activateWindow();
-    EXPECT_TRUE(QTest::qWaitForWindowActive(&window));
-    EXPECT_TRUE(program.services().link.comopen());
-    QTest::mouseClick(window.menu().entry(5), Qt::LeftButton);
+  TermLine() { QTest::mouseClick(window.menu().entry(5), Qt::LeftButton); }
+
+  FullTermWindow& open_full_screen() {
+    QTest::mouseClick(window.findChild<QPushButton*>(QStringLiteral("full_screen")), Qt::LeftButton);
+    FullTermWindow& full = *static_cast<TermScreen*>(window.screen(ScreenCode::term))->full_screen();
+    EXPECT_TRUE(QTest::qWaitForWindowActive(&full));
+    return full;
   }
 };
+
+/// A far end that never stops sending, as long as it lives.
+class Flood {
+ public:
+  explicit Flood(const Pty& line)
+      : thread_([this, &line] {
+          while (!done_) {
+            line.write_some(std::string(4096, 'x'));
+          }
+        }) {}
+  ~Flood() {
+    done_ = true;
+    thread_.join();
+  }
+  Flood(const Flood&) = delete;
+  Flood& operator=(const Flood&) = delete;
+
+ private:
+  std::atomic<bool> done_ = false;
+  std::thread thread_;
+};
+
+/// Runs the program's event loop as the program does, and closes its main window when `condition` holds.
+/// @return how long the loop runs on after that
+std::chrono::milliseconds time_to_end(MainWindow& window, std::function<bool()> condition) {
+  QElapsedTimer since_close;
+  QTimer look;
+  QObject::connect(&look, &QTimer::timeout, &window, [&] {
+    if (condition()) {
+      look.stop();
+      since_close.start();
+      window.close();
+    }
+  });
+  QObject::connect(&window, &MainWindow::closed, qApp, [] { QApplication::exit(0); });
+  look.start(10);
+  QApplication::exec();
+  return std::chrono::milliseconds(since_close.elapsed());
+}
 
 std::string all_bytes() {
   std::string bytes;
@@ -70,7 +97,7 @@ qint64 time_to_show(TerminalView& view, int count) {
 }  // namespace
 
 TEST(term_line, what_is_typed_reaches_the_far_end_and_its_answer_is_shown) {
-  LineBench bench;
+  TermLine bench;
   QTest::keyClicks(bench.typing, QStringLiteral("V"));
   QTest::keyClick(bench.typing, Qt::Key_Return);
   QTest::keyClick(bench.typing, Qt::Key_F9);
@@ -82,7 +109,7 @@ TEST(term_line, what_is_typed_reaches_the_far_end_and_its_answer_is_shown) {
 }
 
 TEST(term_line, every_byte_value_passes_in_both_directions) {
-  LineBench bench;
+  TermLine bench;
   for (int code = 0; code < 256; ++code) {
     QTest::keyPress(bench.typing, Qt::Key_Alt);
     for (const QChar digit : QString::number(code)) {
@@ -127,7 +154,7 @@ TEST(term_line, a_long_line_of_typed_text_stays_fast_too) {
 }
 
 TEST(term_line, a_flood_of_megabytes_is_shown_whole_and_never_stalls_the_window) {
-  LineBench bench;
+  TermLine bench;
   constexpr std::size_t amount = 3 * 1024 * 1024;
   std::thread far_end([&bench] {
     const std::string piece(4096, 'x');
@@ -151,7 +178,7 @@ TEST(term_line, a_flood_of_megabytes_is_shown_whole_and_never_stalls_the_window)
 }
 
 TEST(term_line, the_silent_terminal_wakes_hardly_ever) {
-  LineBench bench;
+  TermLine bench;
   const int flash_time = QApplication::cursorFlashTime();
   QApplication::setCursorFlashTime(0);  // the caret's blinking is not counted
   bench.received->setFocus();
@@ -170,11 +197,8 @@ TEST(term_line, the_silent_terminal_wakes_hardly_ever) {
 }
 
 TEST(term_line, none_is_lost_and_none_shown_twice_while_both_terminals_hand_the_port_over) {
-  LineBench bench;
-  auto* const screen = static_cast<TermScreen*>(bench.window.screen(ScreenCode::term));
-  QTest::mouseClick(bench.window.findChild<QPushButton*>(QStringLiteral("full_screen")), Qt::LeftButton);
-  FullTermWindow& full = *screen->full_screen();
-  ASSERT_TRUE(QTest::qWaitForWindowActive(&full));
+  TermLine bench;
+  FullTermWindow& full = bench.open_full_screen();
 
   std::string sent;
   for (int number = 0; sent.size() < 4000; ++number) {
@@ -218,7 +242,7 @@ TEST(term_line, none_is_lost_and_none_shown_twice_while_both_terminals_hand_the_
 }
 
 TEST(term_line, pulling_the_adapter_leaves_the_terminal_silent_and_typing_harmless) {
-  LineBench bench;
+  TermLine bench;
   bench.line.hang_up();
   EXPECT_TRUE(wait_until([&] { return !bench.program.services().link.comopen(); }));
   QTest::keyClicks(bench.typing, QStringLiteral("abc"));
@@ -226,7 +250,7 @@ TEST(term_line, pulling_the_adapter_leaves_the_terminal_silent_and_typing_harmle
 }
 
 TEST(term_line, closing_the_window_under_a_flood_ends_it_at_once) {
-  LineBench bench;
+  TermLine bench;
   std::atomic<bool> done = false;
   std::thread far_end([&] {
     while (!done) {
@@ -241,4 +265,43 @@ TEST(term_line, closing_the_window_under_a_flood_ends_it_at_once) {
   EXPECT_LT(timer.elapsed(), 500);
   done = true;
   far_end.join();
+}
+
+TEST(term_line, closing_the_main_window_while_the_full_screen_is_flooded_ends_everything_within_a_second) {
+  std::chrono::milliseconds to_end{};
+  const auto whole = time_of([&to_end] {
+    TermLine bench;
+    const FullTermWindow& full = bench.open_full_screen();
+    const Flood flood(bench.line);
+    to_end = time_to_end(bench.window, [&full] { return full.captured().size() > 20000; });
+    EXPECT_GT(full.captured().size(), 20000U);
+    EXPECT_FALSE(bench.program.services().link.comopen());
+  });
+  EXPECT_LT(to_end, 1s);
+  EXPECT_LT(whole, 5s);
+}
+
+TEST(term_line, closing_the_window_during_a_long_paste_ends_it_within_a_second) {
+  TermLine bench;
+  const PtyListener far_end(bench.line, [](std::string_view /*bytes*/) {});
+  constexpr int length = 1000000;
+  QApplication::clipboard()->setText(QString(length, u'x'));
+  QTest::keyClick(bench.typing, Qt::Key_Insert, Qt::ShiftModifier);
+  const auto to_end = time_to_end(bench.window, [&bench] { return bench.typing->content().size() > 1000; });
+  EXPECT_LT(to_end, 1s);
+  EXPECT_FALSE(bench.program.services().link.comopen());
+  EXPECT_GT(bench.typing->content().size(), 1000);
+  EXPECT_LT(bench.typing->content().size(), length);
+}
+
+TEST(term_line, closing_the_window_during_a_paste_into_a_stalled_line_ends_it_within_a_second) {
+  TermLine bench;
+  const PtyStall stall(bench.line);
+  QApplication::clipboard()->setText(QString(1000000, u'x'));
+  const auto time = time_of([&bench] {
+    QTest::keyClick(bench.typing, Qt::Key_Insert, Qt::ShiftModifier);
+    EXPECT_LT(time_to_end(bench.window, [] { return true; }), 1s);
+  });
+  EXPECT_LT(time, 1s);
+  EXPECT_FALSE(bench.program.services().link.comopen());
 }
