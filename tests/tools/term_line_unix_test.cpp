@@ -70,6 +70,7 @@ std::chrono::milliseconds time_to_end(MainWindow& window, std::function<bool()> 
   });
   QObject::connect(&window, &MainWindow::closed, qApp, [] { QApplication::exit(0); });
   look.start(10);
+  QTimer::singleShot(10s, &window, [] { QApplication::exit(1); });  // a test that fails ends too
   QApplication::exec();
   return std::chrono::milliseconds(since_close.elapsed());
 }
