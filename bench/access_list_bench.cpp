@@ -1,8 +1,8 @@
 // What a technician waits for with a list of 100,000 employees: opening, sorting and saving it.
 
 #include "access/access_list_model.h"
-#include "access/safe_file.h"
 #include "link/numbers.h"
+#include "shell/safe_file.h"
 
 #include <QTemporaryDir>
 

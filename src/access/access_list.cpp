@@ -2,6 +2,7 @@
 
 #include "access/row_text.h"
 #include "shell/code_page.h"
+#include "shell/safe_file.h"
 
 #include <algorithm>
 #include <numeric>

@@ -1,7 +1,7 @@
 #include "access/access_window.h"
 
 #include "access/modaccess.h"
-#include "access/safe_file.h"
+#include "shell/safe_file.h"
 
 #include <QCloseEvent>
 #include <QHeaderView>

@@ -41,5 +41,3 @@ class LineReader {
 /// field and the rest of the line is dropped; double quotes enclose it, and text after the closing quote is
 /// dropped. A quote within a field is a character, trailing blanks stay.
 [[nodiscard]] std::string_view delimited_field(std::string_view line);
-
-inline constexpr std::string_view line_end = "\r\n";

@@ -1,10 +1,10 @@
 #include "access/access_file.h"
-#include "access/safe_file.h"
 #include "access/schedule_file.h"
 #include "access/transfers.h"
 #include "link/frame.h"
 #include "link/numbers.h"
 #include "link/timings.h"
+#include "shell/safe_file.h"
 
 namespace {
 

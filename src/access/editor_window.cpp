@@ -1,6 +1,6 @@
 #include "access/editor_window.h"
 
-#include "access/safe_file.h"
+#include "shell/safe_file.h"
 
 #include <QAction>
 

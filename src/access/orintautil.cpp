@@ -2,6 +2,7 @@
 
 #include "access/access_window.h"
 #include "access/schedule_window.h"
+#include "access/transfers.h"
 #include "shell/fonts.h"
 
 #include <QGridLayout>

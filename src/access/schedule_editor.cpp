@@ -1,8 +1,8 @@
 #include "access/schedule_editor.h"
 
-#include "access/safe_file.h"
 #include "link/click.h"
 #include "link/numbers.h"
+#include "shell/safe_file.h"
 
 namespace {
 

@@ -1,6 +1,7 @@
 #include "access/schedule_file.h"
 
 #include "link/numbers.h"
+#include "shell/safe_file.h"
 
 ScheduleTable::ScheduleTable() {
   for (int n = 1; n <= schedule_count; ++n) {

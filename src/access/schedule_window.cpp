@@ -1,9 +1,9 @@
 #include "access/schedule_window.h"
 
 #include "access/row_text.h"
-#include "access/safe_file.h"
 #include "link/numbers.h"
 #include "shell/code_page.h"
+#include "shell/safe_file.h"
 #include "shell/text_box.h"
 
 #include <QGridLayout>

@@ -1,6 +1,6 @@
 #include "access/upload_file.h"
 
-#include "access/columns.h"
+#include "shell/safe_file.h"
 
 bool UploadFile::create(const std::filesystem::path& path) {
   close();
@@ -14,8 +14,8 @@ bool UploadFile::write_line(std::string_view line) {
   }
   const std::string whole = std::string{line} + std::string{line_end};
   const qint64 begin = file_.pos();
-  const bool written = file_.write(whole.data(), static_cast<qint64>(whole.size())) ==
-                       static_cast<qint64>(whole.size());
+  const bool written =
+      file_.write(whole.data(), static_cast<qint64>(whole.size())) == static_cast<qint64>(whole.size());
   if (!written) {
     // No piece of it stays, and the next line is tried again: the place may have room by then.
     file_.resize(begin);

@@ -1,5 +1,6 @@
 #include "config/keshutil.h"
 
+#include "access/transfers.h"
 #include "config/panel.h"
 #include "shell/code_page.h"
 

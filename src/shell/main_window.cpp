@@ -2,6 +2,7 @@
 
 #include "shell/twips.h"
 #include "shell/window_access.h"
+#include "tools/terminal_receiver.h"
 
 #include <QAccessible>
 #include <QApplication>

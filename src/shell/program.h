@@ -1,6 +1,9 @@
 #pragma once
 
+#include "access/transfers.h"
 #include "shell/services.h"
+#include "tools/terminal_printer.h"
+#include "tools/terminal_receiver.h"
 
 #include <functional>
 #include <string>

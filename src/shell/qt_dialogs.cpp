@@ -1,6 +1,6 @@
 #include "shell/qt_dialogs.h"
 
-#include "access/folders.h"
+#include "shell/folders.h"
 
 #include <QApplication>
 #include <QDir>

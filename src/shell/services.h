@@ -1,6 +1,5 @@
 #pragma once
 
-#include "access/transfers.h"
 #include "link/busy_flags.h"
 #include "link/click.h"
 #include "link/comm_settings.h"
@@ -9,11 +8,13 @@
 #include "link/reader_clock.h"
 #include "link/reader_link.h"
 #include "link/serial_port.h"
-#include "tools/terminal_printer.h"
-#include "tools/terminal_receiver.h"
 
 #include <functional>
 #include <string>
+
+class Printer;
+class TerminalReceiver;
+class Transfers;
 
 /// What every screen and operation works with: one of each, owned by the program.
 struct Services {

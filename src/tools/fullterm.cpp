@@ -8,6 +8,7 @@
 #include "tools/drawn_text.h"
 #include "tools/flag_guard.h"
 #include "tools/fullterm_print.h"
+#include "tools/terminal_receiver.h"
 
 #include <QGuiApplication>
 #include <QInputMethodEvent>

@@ -1,6 +1,7 @@
 #include "tools/fullterm_print.h"
 
 #include "link/dialogs.h"
+#include "tools/terminal_printer.h"
 
 namespace {
 

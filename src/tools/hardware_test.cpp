@@ -1,12 +1,13 @@
 #include "tools/hardware_test.h"
 
-#include "access/safe_file.h"
 #include "link/numbers.h"
 #include "shell/code_page.h"
 #include "shell/fonts.h"
+#include "shell/safe_file.h"
 #include "shell/text_box.h"
 #include "tools/flag_guard.h"
 #include "tools/profile_window.h"
+#include "tools/terminal_receiver.h"
 #include "tools/terminal_view.h"
 
 #include <QGridLayout>

@@ -1,8 +1,8 @@
 #include "tools/profile.h"
 
-#include "access/folders.h"
-#include "access/safe_file.h"
 #include "link/click.h"
+#include "shell/folders.h"
+#include "shell/safe_file.h"
 
 #include <QFile>
 
@@ -15,7 +15,6 @@ namespace {
 
 constexpr std::string_view own_folder = "c:\\tarvos\\";
 constexpr std::string_view default_name = "velltest.txt";
-constexpr std::string_view line_end = "\r\n";
 constexpr std::size_t line_count = 3 * TestProfile::steps;
 
 /// Where a profile really is: "c:\tarvos" stands for the program's folder, which other platforms have

@@ -1,6 +1,7 @@
 #include "tools/term.h"
 
 #include "tools/fullterm.h"
+#include "tools/terminal_receiver.h"
 #include "tools/terminal_typing.h"
 
 #include <QHBoxLayout>

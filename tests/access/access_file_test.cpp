@@ -1,6 +1,7 @@
 #include "access/access_file.h"
 
 #include "link/numbers.h"
+#include "shell/safe_file.h"
 
 #include <ctime>
 #include <gtest/gtest.h>

@@ -1,6 +1,6 @@
 #include "tools/hardtest.h"
 
-#include "access/safe_file.h"
+#include "shell/safe_file.h"
 #include "support/link_bench.h"
 #include "tools/terminal_receiver.h"
 

@@ -1,6 +1,6 @@
 #include "tools/hardware_test.h"
 
-#include "access/safe_file.h"
+#include "shell/safe_file.h"
 #include "shell/text_box.h"
 #include "support/window_bench.h"
 #include "tools/profile_window.h"

@@ -1,8 +1,8 @@
 #include "tools/profile.h"
 
-#include "access/folders.h"
-#include "access/safe_file.h"
 #include "link/click.h"
+#include "shell/folders.h"
+#include "shell/safe_file.h"
 #include "support/bytes.h"
 
 #include <QTemporaryDir>

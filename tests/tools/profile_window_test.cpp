@@ -1,7 +1,7 @@
 #include "tools/profile_window.h"
 
-#include "access/safe_file.h"
 #include "shell/program.h"
+#include "shell/safe_file.h"
 #include "shell/text_box.h"
 #include "support/bytes.h"
 #include "support/fake_port.h"

@@ -1,7 +1,7 @@
-#include "access/safe_file.h"
+#include "shell/safe_file.h"
 
-#include "access/platform.h"
 #include "link/click.h"
+#include "shell/platform.h"
 
 #include <QFile>
 #include <QSaveFile>

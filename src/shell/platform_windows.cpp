@@ -1,4 +1,4 @@
-#include "access/platform.h"
+#include "shell/platform.h"
 
 std::filesystem::path tarvos_folder() {
   return "c:\\tarvos";

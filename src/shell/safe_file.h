@@ -4,6 +4,9 @@
 #include <string>
 #include <string_view>
 
+/// How every line of the program's files ends.
+inline constexpr std::string_view line_end = "\r\n";
+
 /// Replaces the file in one step: the bytes are written aside in the same folder, brought to the disk and
 /// renamed over the old file, whose permissions they keep. A crash, a full disk or a kill at any moment
 /// leaves the old file or the new one, never a piece.

@@ -1,6 +1,6 @@
-#include "access/folders.h"
+#include "shell/folders.h"
 
-#include "access/platform.h"
+#include "shell/platform.h"
 
 #include <system_error>
 

@@ -1,6 +1,6 @@
-#include "access/folders.h"
-#include "access/safe_file.h"
 #include "link/click.h"
+#include "shell/folders.h"
+#include "shell/safe_file.h"
 
 #include <QDir>
 #include <QFile>
