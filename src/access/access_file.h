@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-/// The access list file: one employee a line. Bytes stay bytes: what they show is the code page's affair.
+// The access list file: one employee a line. Bytes stay bytes: what they show is the code page's affair.
 
 enum class AccessField { id, name, schedule };
 

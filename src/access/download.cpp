@@ -2,6 +2,7 @@
 #include "access/schedule_file.h"
 #include "access/transfers.h"
 #include "link/frame.h"
+#include "link/messages.h"
 #include "link/numbers.h"
 #include "link/timings.h"
 #include "shell/safe_file.h"
@@ -86,7 +87,7 @@ void Transfers::download(const DownloadKind& kind, const CommandsOf& commands_of
     status.show(progress_text(progress.sent, progress.errors));
     dialogs_.message("        Download Complete         ");
   } else {
-    dialogs_.message("Reader timed out");
+    dialogs_.message(messages::timed_out);
   }
   status.hide();
   busy_.downloading_on = false;
@@ -96,7 +97,7 @@ void Transfers::download(const DownloadKind& kind, const CommandsOf& commands_of
 bool Transfers::may_download(const DownloadKind& kind) {
   const auto address_taken = [this] { return !link_.network_mode() || link_.setnetaddr(); };
   if (kind.address_taken == AddressTaken::after_connection_test) {
-    return reader_answers() && address_taken();
+    return link_.require_reader() && address_taken();
   }
   if (!address_taken()) {
     return false;
@@ -105,7 +106,7 @@ bool Transfers::may_download(const DownloadKind& kind) {
     dialogs_.message(kind.warning_to_all);
     return true;
   }
-  return reader_answers();
+  return link_.require_reader();
 }
 
 /// Sets the busy flag and opens the file; one that cannot be read leaves the flag clear.

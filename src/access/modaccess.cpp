@@ -1,6 +1,7 @@
 #include "access/modaccess.h"
 
 #include "access/row_text.h"
+#include "shell/button.h"
 #include "shell/text_box.h"
 
 #include <QFormLayout>
@@ -60,11 +61,10 @@ TextBox* ModAccess::add_box(const char* object_name, const char* label, int maxi
 }
 
 QPushButton* ModAccess::add_button(const char* caption, void (ModAccess::*action)()) {
-  auto* const button = new QPushButton(QLatin1String(caption), this);
-  button->setObjectName(QString{QLatin1String(caption)}.toLower());
+  const QString text = QLatin1String(caption);
+  QPushButton* const button = new_button(
+      clicks_, text, text.toLower(), [this, action] { (this->*action)(); }, this);
   button->setAutoDefault(false);  // Enter in a box moves on; it never presses a button
-  connect(button, &QPushButton::clicked, this,
-          [this, action] { clicks_.run([this, action] { (this->*action)(); }); });
   return button;
 }
 

@@ -1,9 +1,10 @@
 #include "access/orintautil.h"
 
 #include "access/access_window.h"
+#include "access/progress_line.h"
 #include "access/schedule_window.h"
 #include "access/transfers.h"
-#include "shell/fonts.h"
+#include "shell/labels.h"
 
 #include <QGridLayout>
 #include <QGroupBox>
@@ -23,33 +24,14 @@ QGroupBox* group_of(const char* caption, std::initializer_list<QPushButton*> but
   return group;
 }
 
-QString text_of(std::string_view utf8) {
-  return QString::fromUtf8(utf8.data(), static_cast<qsizetype>(utf8.size()));
-}
-
 }  // namespace
 
 OrintautilScreen::OrintautilScreen(Services& services, QWidget* parent)
-    : Screen("orintautil", services, parent), progress_(new QLabel) {
-  auto* const heading = new QLabel(QStringLiteral("Orin/Orinta Utilities"));
-  heading->setFont(fonts::serif(16));
-  progress_->setObjectName(QStringLiteral("progress"));
-  // The label keeps its place while it is hidden, so that showing and drawing it needs no new layout.
-  QSizePolicy policy = progress_->sizePolicy();
-  policy.setRetainSizeWhenHidden(true);
-  policy.setHorizontalPolicy(QSizePolicy::Ignored);
-  progress_->setSizePolicy(policy);
-  progress_->setMinimumHeight(progress_->fontMetrics().height());
-  progress_->hide();
-  status_ = {[this](std::string_view text) {
-               progress_->setText(text_of(text));
-               progress_->show();
-               progress_->repaint();
-             },
-             [this] { progress_->hide(); }};
-
+    : Screen("orintautil", services, parent),
+      progress_(new ProgressLine("progress", this)),
+      status_(progress_->status()) {
   auto* const grid = new QGridLayout(this);
-  grid->addWidget(heading, 0, 0, 1, 3, Qt::AlignHCenter);
+  grid->addWidget(heading(QStringLiteral("Orin/Orinta Utilities")), 0, 0, 1, 3, Qt::AlignHCenter);
   grid->addWidget(access_list_group(), 1, 0);
   grid->addWidget(log_group(), 1, 1);
   grid->addWidget(schedules_group(), 1, 2);

@@ -4,9 +4,8 @@
 #include "shell/screen.h"
 
 class AccessWindow;
+class ProgressLine;
 class QGroupBox;
-class QLabel;
-class QVBoxLayout;
 class ScheduleWindow;
 
 /// Access lists, schedules and logs of the stand-alone access readers: their transfers and their editors.
@@ -34,6 +33,6 @@ class OrintautilScreen : public Screen {
   // Made when they are first asked for: the program's start does not wait for them.
   AccessWindow* access_ = nullptr;
   ScheduleWindow* schedules_ = nullptr;
-  QLabel* progress_;
+  ProgressLine* progress_;
   StatusLine status_;
 };

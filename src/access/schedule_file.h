@@ -7,7 +7,7 @@
 #include <string>
 #include <string_view>
 
-/// The schedule file: line n of 99 holds schedule n, with the times of seven days, Monday first.
+// The schedule file: line n of 99 holds schedule n, with the times of seven days, Monday first.
 
 inline constexpr int schedule_count = 99;
 inline constexpr int days_in_week = 7;

@@ -3,6 +3,7 @@
 #include "access/row_text.h"
 #include "link/numbers.h"
 #include "shell/code_page.h"
+#include "shell/labels.h"
 #include "shell/safe_file.h"
 #include "shell/text_box.h"
 
@@ -28,12 +29,6 @@ TextBox* time_box(const char* day, const char* what, const char* object_name, st
   box->set_width_in_characters(time_digits + 2);
   keep_to_one_line(*box);
   return box;
-}
-
-QLabel* label_for(QWidget* box) {
-  auto* const label = new QLabel(box->accessibleName());
-  label->setBuddy(box);
-  return label;
 }
 
 }  // namespace

@@ -2,15 +2,8 @@
 
 #include "access/transfers.h"
 
+#include "link/messages.h"
 #include "link/timings.h"
-
-bool Transfers::reader_answers() {
-  const bool connected = link_.reader_connected();
-  if (!connected) {
-    link_.notconnected();
-  }
-  return connected;
-}
 
 void Transfers::write_two_acks_on_network() {
   if (link_.network_mode()) {
@@ -60,7 +53,7 @@ bool Transfers::may_clear(const ClearKind& kind) {
     dialogs_.message("Warning - you are clearing all readers");
     return true;
   }
-  return kind.connection_test == ConnectionTest::none || reader_answers();
+  return kind.connection_test == ConnectionTest::none || link_.require_reader();
 }
 
 void Transfers::clear(const ClearKind& kind, const StatusLine& status) {
@@ -77,7 +70,7 @@ void Transfers::clear(const ClearKind& kind, const StatusLine& status) {
     done = await_characters(1, deadline);
   }
   if (!done) {
-    dialogs_.message("Reader timed out");
+    dialogs_.message(messages::timed_out);
     if (kind.on_time_out == OnTimeOut::message_and_hidden_status) {
       status.hide();
     }

@@ -51,7 +51,6 @@ class Transfers {
   };
 
   [[nodiscard]] bool busy() const { return busy_.downloading_on || busy_.uploading_on; }
-  [[nodiscard]] bool reader_answers();
   void write_two_acks_on_network();
   [[nodiscard]] bool await_characters(std::size_t count, const Deadline& deadline);
 

@@ -69,7 +69,7 @@ bool Transfers::may_upload(const UploadKind& kind) {
     dialogs_.message("You cannot upload from address 127");
     return false;
   }
-  return kind.connection_test == ConnectionTest::none || reader_answers();
+  return kind.connection_test == ConnectionTest::none || link_.require_reader();
 }
 
 /// Announces the upload. @return false when a network reader does not acknowledge; a plain line never does.

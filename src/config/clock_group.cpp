@@ -1,6 +1,7 @@
 #include "config/clock_group.h"
 
 #include "config/panel.h"
+#include "shell/button.h"
 #include "shell/code_page.h"
 #include "shell/fonts.h"
 
@@ -34,21 +35,19 @@ ClockGroup::ClockGroup(Services& services, const ClockReading& reading, QWidget*
   reader_ = add_display(*grid, 1, QStringLiteral("Reader Date/Time"), "reader_date_time");
   panel::add_buttons(
       {this, grid}, 2,
-      {new_button(QStringLiteral("Set Date/Time"), "set_date_time", [&clock] { clock.set_date_time(); }),
-       new_button(QStringLiteral("Read Date/Time"), "read_date_time",
-                  [&clock, &reading] { clock.read_date_time(reading); })});
+      {add_button(QStringLiteral("Set Date/Time"), "set_date_time", [&clock] { clock.set_date_time(); }),
+       add_button(QStringLiteral("Read Date/Time"), "read_date_time",
+                  [&clock, reading] { clock.read_date_time(reading); })});
   connect(&clock, &ReaderClock::pc_clock_changed, this, &ClockGroup::show_texts);
   connect(&clock, &ReaderClock::reader_clock_changed, this, &ClockGroup::show_texts);
   show_texts();
 }
 
-QPushButton* ClockGroup::new_button(const QString& caption, const char* object_name,
+QPushButton* ClockGroup::add_button(const QString& caption, const char* object_name,
                                     std::function<void()> action) {
-  auto* const button = new QPushButton(caption, this);
-  button->setObjectName(QLatin1String(object_name));
+  QPushButton* const button =
+      new_button(services_.clicks, caption, QLatin1String(object_name), std::move(action), this);
   button->setAutoDefault(true);
-  connect(button, &QPushButton::clicked, this,
-          [this, action = std::move(action)] { services_.clicks.run(action); });
   return button;
 }
 

@@ -19,7 +19,7 @@ class ClockGroup : public QGroupBox {
   ClockGroup(Services& services, const ClockReading& reading, QWidget* parent);
 
  private:
-  QPushButton* new_button(const QString& caption, const char* object_name, std::function<void()> action);
+  QPushButton* add_button(const QString& caption, const char* object_name, std::function<void()> action);
   void show_texts();
 
   Services& services_;

@@ -3,6 +3,7 @@
 #include "config/identification.h"
 #include "shell/code_page.h"
 #include "shell/fonts.h"
+#include "shell/labels.h"
 #include "shell/text_box.h"
 
 #include <QGridLayout>
@@ -64,10 +65,8 @@ void send(ReaderLink& link, const Command& command) {
 }  // namespace
 
 DiagScreen::DiagScreen(Services& services, QWidget* parent) : Screen("diag", services, parent) {
-  auto* const heading = new QLabel(QStringLiteral("Diagnostics"));
-  heading->setFont(fonts::serif(16));
   auto* const grid = new QGridLayout(this);
-  grid->addWidget(heading, 0, 0, 1, 2, Qt::AlignHCenter);
+  grid->addWidget(heading(QStringLiteral("Diagnostics")), 0, 0, 1, 2, Qt::AlignHCenter);
   grid->addWidget(identification_group(), 1, 0, 1, 2);
   grid->addWidget(command_group(1), 2, 0);
   grid->addWidget(command_group(3), 2, 1);

@@ -18,11 +18,10 @@ std::optional<std::string> read_identification(ReaderLink& link, Dialogs& dialog
     dialogs.message(cannot_read_from_127);
     return std::nullopt;
   }
-  if (!link.reader_connected()) {
-    link.notconnected();
+  if (!link.require_reader()) {
     return std::nullopt;
   }
-  link.flush_line();
+  link.discard_then_clear();
   link.write_frame("V");
   std::string& reply = link.last_response();
   const bool complete =
@@ -35,7 +34,6 @@ std::optional<std::string> read_identification(ReaderLink& link, Dialogs& dialog
   if (link.network_mode()) {
     link.write_ack();  // beside the one of getinput: the doubled acknowledge is meant
   }
-  link.clearcomm();
-  link.discard_received();
+  link.clear_then_discard();
   return identification;
 }

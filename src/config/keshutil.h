@@ -1,9 +1,8 @@
 #pragma once
 
-#include "access/transfers.h"
 #include "shell/screen.h"
 
-class QLabel;
+class ProgressLine;
 
 /// Copies the records that a Kesh or Quor reader has collected into a file, and erases them in the reader.
 class KeshUtilScreen : public Screen {
@@ -14,7 +13,5 @@ class KeshUtilScreen : public Screen {
   void entered() override;
 
  private:
-  [[nodiscard]] StatusLine status_line();
-
-  QLabel* status_;
+  ProgressLine* progress_;
 };

@@ -1,6 +1,6 @@
 #include "config/panel.h"
 
-#include "shell/fonts.h"
+#include "shell/labels.h"
 #include "shell/option_group.h"
 
 #include <QBoxLayout>
@@ -16,12 +16,10 @@ constexpr int frame_margin = 6;
 
 }  // namespace
 
-QGridLayout* panel::make_grid(QWidget& screen, const QString& heading, int columns) {
-  auto* const label = new QLabel(heading, &screen);
-  label->setFont(fonts::serif(16));
+QGridLayout* panel::make_grid(QWidget& screen, const QString& title, int columns) {
   auto* const grid = new QGridLayout(&screen);
   grid->setSpacing(spacing);
-  grid->addWidget(label, 0, 0, 1, columns, Qt::AlignHCenter);
+  grid->addWidget(heading(title), 0, 0, 1, columns, Qt::AlignHCenter);
   for (int column = 0; column < columns; ++column) {
     grid->setColumnStretch(column, 1);
   }
@@ -42,11 +40,9 @@ void panel::make_compact(QLayout& layout) {
 
 TextBox* panel::add_box(const Group& group, int row, const char* object_name, const QString& words,
                         int maximum_length, KeyFilter filter) {
-  auto* const label = new QLabel(words, group.frame);
   auto* const box = new TextBox(object_name, words, maximum_length, filter, group.frame);
-  label->setBuddy(box);
   box->set_width_in_characters(maximum_length);
-  group.grid->addWidget(label, row, 0);
+  group.grid->addWidget(label_for(box), row, 0);
   group.grid->addWidget(box, row, 1, Qt::AlignLeft);
   group.grid->setColumnStretch(1, 1);
   return box;

@@ -16,7 +16,7 @@ class QPushButton;
 namespace panel {
 
 /// The grid of a screen, its first row the heading over all `columns`.
-QGridLayout* make_grid(QWidget& screen, const QString& heading, int columns);
+QGridLayout* make_grid(QWidget& screen, const QString& title, int columns);
 
 /// A titled frame with a grid of its own.
 struct Group {

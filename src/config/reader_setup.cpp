@@ -20,7 +20,7 @@ void ReaderSetup::run(const SetupKind& kind, const SetupSteps& steps) {
   if (kind.warning == SetupWarning::deletes_all_data) {
     dialogs_.message(deletion_warning);
   }
-  if (kind.presence == Presence::asked && !link_.to_all_readers() && !reader_answers()) {
+  if (kind.presence == Presence::asked && !link_.to_all_readers() && !link_.require_reader()) {
     return;
   }
   const std::vector<std::string> payloads = steps.payloads();
@@ -32,14 +32,6 @@ void ReaderSetup::run(const SetupKind& kind, const SetupSteps& steps) {
   }
   flush(kind.at_end);
   dialogs_.message(steps.done());
-}
-
-bool ReaderSetup::reader_answers() {
-  const bool connected = link_.reader_connected();
-  if (!connected) {
-    link_.notconnected();
-  }
-  return connected;
 }
 
 /// @return false when the line takes no bytes, or the one reader addressed does not acknowledge.
@@ -59,9 +51,8 @@ bool ReaderSetup::send(const SetupKind& kind, std::string_view payload, bool las
 
 void ReaderSetup::flush(LineFlush order) {
   if (order == LineFlush::clear_then_discard) {
-    link_.clearcomm();
-    link_.discard_received();
+    link_.clear_then_discard();
   } else if (order == LineFlush::discard_then_clear) {
-    link_.flush_line();
+    link_.discard_then_clear();
   }
 }

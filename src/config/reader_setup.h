@@ -31,7 +31,6 @@ class ReaderSetup {
   void run(const SetupKind& kind, const SetupSteps& steps);
 
  private:
-  [[nodiscard]] bool reader_answers();
   [[nodiscard]] bool send(const SetupKind& kind, std::string_view payload, bool last);
   void flush(LineFlush order);
 

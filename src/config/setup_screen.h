@@ -24,6 +24,7 @@ class SetupScreen : public Screen {
 
  protected:
   void run(const SetupKind& kind, const SetupSteps& steps) { setup_.run(kind, steps); }
+  /// @param group must live as long as the screen
   QWidget* switch_group(const SwitchGroup& group);
 
  private:

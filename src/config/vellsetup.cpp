@@ -2,6 +2,7 @@
 
 #include "config/panel.h"
 #include "config/parameter_rule.h"
+#include "link/frame.h"
 #include "shell/text_box.h"
 
 #include <QPushButton>
@@ -29,7 +30,7 @@ using enum ParameterRule;
 constexpr ParameterLimit prefix_needed{0, "Must set a prefix"};
 constexpr ParameterLimit speaker_limit{49, "Max speaker value can be 49"};
 // 127 is refused: a reader's own address can never be the Global Address.
-constexpr ParameterLimit address_limit{126, "Max reader address can be 126"};
+constexpr ParameterLimit address_limit{highest_address, "Max reader address can be 126"};
 
 /// Every payload begins with NUL.
 constexpr std::array vell_commands{

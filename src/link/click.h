@@ -15,8 +15,9 @@ class ClickError : public std::runtime_error {
 };
 
 /// Runs what a click, a key or a choice stands for. The one place where a handler's failure ends: a
-/// ClickError becomes its box, the closing of the program ends it silently, and what arrives during a
-/// pause or behind an open box (an assistive client's click, say) waits for its end.
+/// ClickError, and any other exception that the standard library throws, becomes its box, the closing of the
+/// program ends it silently, and what arrives during a pause or behind an open box (an assistive client's
+/// click, say) waits for its end.
 class ClickRunner {
  public:
   ClickRunner(EventPump& pump, Dialogs& dialogs) : pump_(pump), dialogs_(dialogs) {}

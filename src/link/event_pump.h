@@ -23,6 +23,9 @@ struct LocalTime {
 /// A timer that ticks until it is stopped. Ticks are held back while the pump pauses.
 class Ticker {
  public:
+  Ticker() = default;
+  Ticker(const Ticker&) = delete;
+  Ticker& operator=(const Ticker&) = delete;
   virtual ~Ticker() = default;
   virtual void start() = 0;
   virtual void stop() = 0;

@@ -17,7 +17,7 @@ bool ReaderLink::send_command(std::string_view command, bool wait_for_acknowledg
   if (!setnetaddr() || !checkcom()) {
     return false;
   }
-  flush_line();
+  discard_then_clear();
   bool accepted = write_frame(command);
   // A plain line never acknowledges a command.
   if (accepted && wait_for_acknowledge && network_mode_) {
@@ -28,8 +28,7 @@ bool ReaderLink::send_command(std::string_view command, bool wait_for_acknowledg
   if (!accepted) {
     dialogs_.message(messages::no_acknowledge);
   }
-  clearcomm();
-  discard_received();
+  clear_then_discard();
   return accepted;
 }
 
@@ -129,12 +128,19 @@ bool ReaderLink::reader_connected() {
   if (!setnetaddr()) {
     return false;
   }
-  flush_line();
+  discard_then_clear();
   write_frame("V");
   const bool answered =
       getinput(last_response_, longest_presence_reply, timings::presence_reply, true, false);
   const bool connected = answered && last_response_.size() >= shortest_identification;
-  clearcomm();
-  discard_received();
+  clear_then_discard();
+  return connected;
+}
+
+bool ReaderLink::require_reader() {
+  const bool connected = reader_connected();
+  if (!connected) {
+    notconnected();
+  }
   return connected;
 }

@@ -15,13 +15,19 @@ inline constexpr char ack = '\x06';  ///< accepts a network command, or a networ
 inline constexpr char cr = '\x0D';   ///< ends a command and a reply on a plain line
 }  // namespace wire
 
-/// The address byte of the Global Address 127, which every reader obeys and none answers.
-inline constexpr std::uint8_t global_address_byte = 0xFF;
+inline constexpr int highest_address = 126;  ///< of a reader; the lowest is 0
+/// The Global Address, which every reader of a network obeys and none answers.
+inline constexpr int global_address = 127;
+
+/// What stands for an address on the wire.
+[[nodiscard]] constexpr std::uint8_t address_byte_of(int address) {
+  return static_cast<std::uint8_t>(address + 128);
+}
 
 /// NUL followed by `text`: the introducer that most one-line commands begin with.
 [[nodiscard]] std::string introduced(std::string_view text);
 
 /// A command on a plain line: the command, CR.
 [[nodiscard]] std::string plain_frame(std::string_view command);
-/// A command on a network: address byte (reader address + 128), STX, the command, ETX.
+/// A command on a network: address byte, STX, the command, ETX.
 [[nodiscard]] std::string network_frame(std::uint8_t address_byte, std::string_view command);

@@ -14,6 +14,7 @@ inline constexpr std::string_view comm_error =
 inline constexpr std::string_view error_communicating = "Error communicating with reader";
 inline constexpr std::string_view not_connected = "Reader is not Connected";
 inline constexpr std::string_view password_protected = "Invalid Function - Reader is Password Protected";
+inline constexpr std::string_view timed_out = "Reader timed out";
 inline constexpr std::string_view error_reading = "error reading from reader";
 inline constexpr std::string_view no_reading_from_all = "Cannot read from address 127";
 inline constexpr std::string_view date_time_set = "Date/Time set in reader";

@@ -56,8 +56,7 @@ void ReaderClock::set_date_time() {
   }
   // The date is the one shown, the weekday is today's: around midnight they may differ, and that is meant.
   const std::string command = set_clock_command(pc_clock_text_, pump_.local_time().day_of_week);
-  link_.clearcomm();
-  link_.discard_received();
+  link_.clear_then_discard();
   bool done = link_.write_frame(command);
   if (done && link_.network_mode() && !link_.to_all_readers()) {
     done = link_.getack();
@@ -79,8 +78,7 @@ void ReaderClock::read_date_time(const ClockReading& reading) {
   if (!may_read || !link_.setnetaddr()) {
     return;
   }
-  if (reading.asks_for_presence && !link_.reader_connected()) {
-    link_.notconnected();
+  if (reading.asks_for_presence && !link_.require_reader()) {
     return;
   }
   link_.clearcomm();
@@ -91,8 +89,7 @@ void ReaderClock::readdt() {
   if (!link_.checkcom() || !link_.setnetaddr()) {
     return;
   }
-  link_.clearcomm();
-  link_.discard_received();
+  link_.clear_then_discard();
   std::string& reply = link_.last_response();
   reply.clear();
   if (!link_.write_frame("t") ||
@@ -105,6 +102,5 @@ void ReaderClock::readdt() {
   if (link_.network_mode()) {
     link_.write_ack();  // the second one of this reading, and meant
   }
-  link_.clearcomm();
-  link_.discard_received();
+  link_.clear_then_discard();
 }

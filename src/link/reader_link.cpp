@@ -9,6 +9,10 @@ ReaderLink::ReaderLink(SerialPort& port, EventPump& pump, Dialogs& dialogs, cons
   port_.on_hang_up = [this] { closecomm(); };
 }
 
+ReaderLink::~ReaderLink() {
+  port_.on_hang_up = nullptr;
+}
+
 bool ReaderLink::opencomm() {
   comopen_ = port_.open(settings_);
   return comopen_;
@@ -52,24 +56,29 @@ void ReaderLink::discard_received() {
   port_.discard_received();
 }
 
-void ReaderLink::flush_line() {
+void ReaderLink::discard_then_clear() {
   discard_received();
   clearcomm();
+}
+
+void ReaderLink::clear_then_discard() {
+  clearcomm();
+  discard_received();
 }
 
 bool ReaderLink::setnetaddr() {
   network_mode_ = settings_.network_mode;
   const std::optional<std::int64_t> address = leading_number(settings_.reader_address);
-  if (!address || *address < 0 || *address >= 128) {
+  if (!address || *address < 0 || *address > global_address) {
     dialogs_.message(messages::address_not_set);
     return false;
   }
-  address_byte_ = static_cast<std::uint8_t>(*address + 128);
+  address_byte_ = address_byte_of(static_cast<int>(*address));
   return true;
 }
 
 bool ReaderLink::to_all_readers() const {
-  return network_mode_ && address_byte_ == global_address_byte;
+  return network_mode_ && address_byte_ == address_byte_of(global_address);
 }
 
 std::string ReaderLink::frame(std::string_view command) const {

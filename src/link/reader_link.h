@@ -17,6 +17,9 @@
 class ReaderLink {
  public:
   ReaderLink(SerialPort& port, EventPump& pump, Dialogs& dialogs, const CommSettings& settings);
+  ReaderLink(const ReaderLink&) = delete;
+  ReaderLink& operator=(const ReaderLink&) = delete;
+  ~ReaderLink();
 
   // --- The port -----------------------------------------------------------------------------------
 
@@ -37,8 +40,10 @@ class ReaderLink {
   void clearcomm();
   /// Throws away the receive buffer.
   void discard_received();
-  /// Both of the above, as they stand before and after most exchanges.
-  void flush_line();
+  /// Both of the above, in the order that comes before an exchange,
+  void discard_then_clear();
+  /// and in the one that comes after it.
+  void clear_then_discard();
 
   std::size_t bytes_waiting() { return port_.bytes_waiting(); }
   std::optional<char> read_char() { return port_.read_char(); }
@@ -91,6 +96,8 @@ class ReaderLink {
 
   /// Asks the reader for its identification. @return whether at least 10 characters came.
   [[nodiscard]] bool reader_connected();
+  /// The same, and shows "Reader is not Connected" when it is not.
+  [[nodiscard]] bool require_reader();
   /// The link does not detect password protection: always false.
   [[nodiscard]] static bool reader_protected() { return false; }
 

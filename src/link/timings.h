@@ -2,7 +2,8 @@
 
 #include <chrono>
 
-/// Every fixed wait and time-out of the program, and what it is for.
+/// Every fixed wait and time-out of the operations, and what it is for. How long a yield may last is the
+/// event pump's own.
 namespace timings {
 
 using namespace std::chrono_literals;
@@ -31,6 +32,7 @@ inline constexpr milliseconds clear_pause = 250ms;               ///< after a cl
 inline constexpr milliseconds rest_of_reply_poll = 1ms;          ///< between looks at a reply come in part
 
 // The protocol test.
+inline constexpr milliseconds first_look_at_poll = 1ms;   ///< ends the first yield when the time-out is 0
 inline constexpr milliseconds rest_of_poll_reply = 30ms;  ///< after the first character of a poll's reply
 
 // The setup of the Orin and Kesh readers.

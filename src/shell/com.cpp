@@ -1,7 +1,7 @@
 #include "shell/com.h"
 
 #include "shell/code_page.h"
-#include "shell/fonts.h"
+#include "shell/labels.h"
 #include "shell/option_group.h"
 #include "shell/text_box.h"
 
@@ -50,10 +50,8 @@ ComScreen::ComScreen(Services& services, QWidget* parent) : Screen("com", servic
   network_ =
       new OptionGroup("network_mode", QStringLiteral("Network Mode"), on_off, defaults.network_mode ? 0 : 1);
 
-  auto* const heading = new QLabel(QStringLiteral("Communication Setup"));
-  heading->setFont(fonts::serif(16));
   auto* const grid = new QGridLayout(this);
-  grid->addWidget(heading, 0, 0, 1, 3, Qt::AlignHCenter);
+  grid->addWidget(heading(QStringLiteral("Communication Setup")), 0, 0, 1, 3, Qt::AlignHCenter);
   grid->addWidget(port_, 1, 0, 2, 1);
   grid->addWidget(baud_, 1, 1, 2, 1);
   grid->addWidget(data_bits_, 1, 2);

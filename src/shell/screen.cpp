@@ -1,5 +1,7 @@
 #include "shell/screen.h"
 
+#include "shell/button.h"
+
 #include <QPushButton>
 
 #include <utility>
@@ -28,12 +30,10 @@ Screen::Screen(const char* object_name, Services& services, QWidget* parent)
 
 QPushButton* Screen::add_button(const QString& caption, std::function<void()> handler,
                                 const char* object_name) {
-  auto* const button = new QPushButton(caption, this);
   const QString name = QLatin1String(object_name);
-  button->setObjectName(name.isEmpty() ? name_of_caption(caption) : name);
+  QPushButton* const button = new_button(
+      services_.clicks, caption, name.isEmpty() ? name_of_caption(caption) : name, std::move(handler), this);
   button->setAutoDefault(true);  // Enter presses the button that has the focus
-  connect(button, &QPushButton::clicked, this,
-          [this, action = std::move(handler)] { services_.clicks.run(action); });
   return button;
 }
 

@@ -6,7 +6,7 @@
 #include <array>
 #include <string_view>
 
-/// Names the screen on show; other parts of the program ask for it by these numbers.
+/// Names the screen on show; the numbers are fixed.
 enum class ScreenCode {
   none = 0,
   test = 1,

@@ -2,6 +2,8 @@
 
 #include "shell/code_page.h"
 #include "shell/fonts.h"
+#include "shell/labels.h"
+#include "tools/caret_code.h"
 #include "tools/drawn_text.h"
 
 #include <QLabel>
@@ -12,8 +14,6 @@
 namespace {
 
 constexpr int codes = 256;
-constexpr int first_printable = 0x20;
-constexpr int caret_offset = 64;
 constexpr int row_length = 73;  // characters
 constexpr int row_count = 33;   // the rows below an empty line
 constexpr qreal points = 9;
@@ -21,10 +21,8 @@ constexpr qreal points = 9;
 std::string cell(int code) {
   std::array<char, sizeof "000 00 "> numbers{};
   std::snprintf(numbers.data(), numbers.size(), "%03d %02X ", code, code);
-  const std::string character = code < first_printable
-                                    ? std::string{'^', static_cast<char>(code + caret_offset)}
-                                    : std::string{static_cast<char>(code)};
-  return numbers.data() + character + ' ';
+  const auto byte = static_cast<char>(code);
+  return numbers.data() + (is_control(byte) ? caret_code(byte) : std::string{byte}) + ' ';
 }
 
 }  // namespace
@@ -39,11 +37,10 @@ std::array<std::string, 32> chart_rows() {
 
 AsciichartScreen::AsciichartScreen(Services& services, QWidget* parent)
     : Screen("asciichart", services, parent) {
-  auto* const heading = new QLabel(QStringLiteral("ASCII Chart"));
-  heading->setFont(fonts::serif(16));
+  const QString title = QStringLiteral("ASCII Chart");
   auto* const layout = new QVBoxLayout(this);
-  layout->addWidget(heading, 0, Qt::AlignHCenter);
-  chart_ = new DrawnText("chart", heading->text(), fonts::fixed(points));
+  layout->addWidget(heading(title), 0, Qt::AlignHCenter);
+  chart_ = new DrawnText("chart", title, fonts::fixed(points));
   chart_->setMinimumSize(chart_->size_for(row_length, row_count));
   layout->addWidget(chart_, 1);
 }

@@ -1,6 +1,6 @@
 #include "tools/drawn_text.h"
 
-#include "shell/code_page.h"
+#include "tools/cell_text.h"
 #include "tools/drawn_text_access.h"
 
 #include <QAccessible>
@@ -15,30 +15,6 @@
 namespace {
 
 constexpr int margin = 4;  // pixels between the frame and the text
-
-bool is_ascii(QChar character) {
-  return character >= u' ' && character <= u'~';
-}
-
-/// Draws one piece from `left` on, each character in its cell. Plain characters of a fixed-pitch font are
-/// right in one stroke; others may come from a font of another pitch and are placed one by one.
-void draw_piece(QPainter& painter, const QString& text, QRectF first_cell) {
-  qsizetype begin = 0;
-  while (begin < text.size()) {
-    qsizetype end = begin + 1;
-    if (is_ascii(text[begin])) {
-      while (end < text.size() && is_ascii(text[end])) {
-        ++end;
-      }
-    }
-    QRectF area = first_cell.translated(first_cell.width() * static_cast<qreal>(begin), 0);
-    area.setWidth(first_cell.width() * static_cast<qreal>(end - begin));
-    const Qt::Alignment where = end - begin == 1 ? Qt::AlignHCenter : Qt::AlignLeft;
-    painter.drawText(area, static_cast<int>(where | Qt::AlignVCenter) | Qt::TextSingleLine | Qt::TextDontClip,
-                     code_page::dos_glyphs(text.mid(begin, end - begin)));
-    begin = end;
-  }
-}
 
 }  // namespace
 
@@ -175,7 +151,7 @@ void DrawnText::paintEvent(QPaintEvent* event) {
     }
     for (const DrawnPiece& piece : lines_[index]) {
       painter.setPen(piece.colour);
-      draw_piece(painter, piece.text, place);
+      draw_cells(painter, piece.text, place);
       place.translate(column_width() * static_cast<qreal>(piece.text.size()), 0);
     }
   }

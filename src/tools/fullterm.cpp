@@ -5,6 +5,7 @@
 #include "shell/fonts.h"
 #include "shell/services.h"
 #include "shell/twips.h"
+#include "tools/caret_code.h"
 #include "tools/drawn_text.h"
 #include "tools/flag_guard.h"
 #include "tools/fullterm_print.h"
@@ -37,16 +38,9 @@ constexpr QColor received_colour{0x00, 0x00, 0xFF};
 /// brings.
 constexpr int most_bytes_a_tick = 1024;
 
-constexpr unsigned char first_printable = 0x20;
-constexpr int caret_offset = 64;
-
-/// A received character as it is drawn: control characters as codes, 64 above themselves. CR is one of
-/// them and breaks no line here.
+/// A received character as it is drawn. CR is a control character like the others and breaks no line here.
 std::string received_item(char byte) {
-  if (static_cast<unsigned char>(byte) < first_printable) {
-    return {'^', static_cast<char>(byte + caret_offset)};
-  }
-  return {byte};
+  return is_control(byte) ? caret_code(byte) : std::string{byte};
 }
 
 }  // namespace

@@ -8,6 +8,9 @@ class PageSurface {
  public:
   enum class Ink { typed, received };
 
+  PageSurface() = default;
+  PageSurface(const PageSurface&) = delete;
+  PageSurface& operator=(const PageSurface&) = delete;
   virtual ~PageSurface() = default;
   /// Continues the line with bytes of the terminals' code page.
   virtual void draw(std::string_view item, Ink ink) = 0;

@@ -2,7 +2,7 @@
 
 #include "link/numbers.h"
 #include "shell/code_page.h"
-#include "shell/fonts.h"
+#include "shell/labels.h"
 #include "shell/safe_file.h"
 #include "shell/text_box.h"
 #include "tools/flag_guard.h"
@@ -22,10 +22,8 @@
 
 HardwareTestScreen::HardwareTestScreen(Services& services, QWidget* parent)
     : Screen("test", services, parent), hardware_test_(services.link, services.pump, profile_, *this) {
-  auto* const heading = new QLabel(QStringLiteral("Vell Hardware Test"));
-  heading->setFont(fonts::serif(16));
   auto* const grid = new QGridLayout(this);
-  grid->addWidget(heading, 0, 0, 1, 2, Qt::AlignHCenter);
+  grid->addWidget(heading(QStringLiteral("Vell Hardware Test")), 0, 0, 1, 2, Qt::AlignHCenter);
   add_controls(*grid);
 
   auto* const steps_group = new QGroupBox(QStringLiteral("Steps"));
@@ -50,10 +48,8 @@ void HardwareTestScreen::add_controls(QGridLayout& grid) {
   delay_ = new TextBox("Text28", QStringLiteral("Continuous Test Delay"), 0, KeyFilter::digits, this);
   delay_->setText(QStringLiteral("0"));
   delay_->set_width_in_characters(6);
-  auto* const label = new QLabel(delay_->accessibleName());
-  label->setBuddy(delay_);
   auto* const delay_row = new QHBoxLayout;
-  delay_row->addWidget(label);
+  delay_row->addWidget(label_for(delay_));
   delay_row->addWidget(delay_);
   delay_row->addWidget(new QLabel(QStringLiteral("ms (0 runs once)")));
   delay_row->addStretch();

@@ -3,6 +3,7 @@
 #include "link/frame.h"
 #include "link/numbers.h"
 #include "link/timings.h"
+#include "tools/caret_code.h"
 #include "tools/flag_guard.h"
 
 #include <algorithm>
@@ -16,24 +17,12 @@ using namespace std::string_view_literals;
 constexpr std::string_view invalid_addresses = "Invalid Addresses selected for poll";
 constexpr std::string_view address_too_high = "Address must be < 127";
 
-constexpr int highest_address = 126;
 constexpr int full_display = 30;           // lines
 constexpr std::size_t shortest_reply = 3;  // characters after the acknowledge
-constexpr unsigned char first_printable = 0x20;
-constexpr int caret_offset = 64;
 
 /// A time as typed; below 0 it is none.
 std::chrono::milliseconds milliseconds_of(const std::string& text) {
   return std::chrono::milliseconds(std::max<int>(0, to_int16(text)));
-}
-
-void append_visibly(std::string& text, char character) {
-  if (static_cast<unsigned char>(character) < first_printable) {
-    text += '^';
-    text += static_cast<char>(character + caret_offset);
-  } else {
-    text += character;
-  }
 }
 
 PollColour colour_of(char second_character) {
@@ -98,7 +87,7 @@ void Poller::poll_until_stopped() {
 void Poller::poll(int address) {
   pump_.sleep(range_.delay);
   link_.clearcomm();
-  link_.write(network_frame(static_cast<std::uint8_t>(address + 128), "?"));
+  link_.write(network_frame(address_byte_of(address), "?"));
   switch (await_reply()) {
     case Reply::character:
       take_reply(address);
@@ -118,7 +107,7 @@ void Poller::poll(int address) {
 Poller::Reply Poller::await_reply() {
   const Deadline deadline(pump_, range_.time_out);
   // A time-out of 0 has come before the first yield begins, and so cannot end it: this does.
-  const Deadline first_look(pump_, std::chrono::milliseconds(1));
+  const Deadline first_look(pump_, timings::first_look_at_poll);
   for (;;) {
     pump_.yield();
     if (new_range_ || !link_.comopen()) {
@@ -149,7 +138,7 @@ void Poller::print_reply(int address, std::size_t length) {
   std::string text;
   for (std::size_t index = 0; index < length; ++index) {
     const char character = link_.read_char().value_or(wire::nul);
-    append_visibly(text, character);
+    text += is_control(character) ? caret_code(character) : std::string{character};
     if (index == 1) {
       colour_ = colour_of(character);
     }
@@ -193,6 +182,6 @@ void Poller::reset_all_readers() {
   }
   const std::string reset = introduced("U");
   if (link_.write(plain_frame(reset))) {
-    link_.write(network_frame(global_address_byte, reset));
+    link_.write(network_frame(address_byte_of(global_address), reset));
   }
 }

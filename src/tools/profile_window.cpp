@@ -1,7 +1,8 @@
 #include "tools/profile_window.h"
 
+#include "shell/button.h"
 #include "shell/code_page.h"
-#include "shell/fonts.h"
+#include "shell/labels.h"
 #include "shell/text_box.h"
 
 #include <QGridLayout>
@@ -68,10 +69,8 @@ ProfileWindow::ProfileWindow(Services& services, CurrentProfile& profile,
     : QDialog(parent), services_(services), profile_(profile), profile_changed_(std::move(profile_changed)) {
   setObjectName(QStringLiteral("profile"));
   setWindowTitle(QStringLiteral("Test Profile"));
-  auto* const heading = new QLabel(QStringLiteral("User Profile for Hardware Test"));
-  heading->setFont(fonts::serif(16));
   auto* const grid = new QGridLayout(this);
-  grid->addWidget(heading, 0, 0, 1, 3, Qt::AlignHCenter);
+  grid->addWidget(heading(QStringLiteral("User Profile for Hardware Test")), 0, 0, 1, 3, Qt::AlignHCenter);
   add_rows(*grid);
   const int below = static_cast<int>(TestProfile::steps) + 2;
   grid->addWidget(new QLabel(QStringLiteral("F9 for a NULL")), below, 1, Qt::AlignHCenter);
@@ -96,11 +95,8 @@ void ProfileWindow::add_rows(QGridLayout& grid) {
 
 void ProfileWindow::add_button(QGridLayout& grid, int column, const QString& caption,
                                std::function<void()> handler) {
-  auto* const button = new QPushButton(caption);
-  button->setObjectName(caption.toLower());
-  connect(button, &QPushButton::clicked, this,
-          [this, action = std::move(handler)] { services_.clicks.run(action); });
-  grid.addWidget(button, 0, column);
+  grid.addWidget(new_button(services_.clicks, caption, caption.toLower(), std::move(handler), this), 0,
+                 column);
 }
 
 void ProfileWindow::load() {

@@ -2,6 +2,7 @@
 
 #include "shell/code_page.h"
 #include "shell/fonts.h"
+#include "shell/labels.h"
 #include "shell/text_box.h"
 #include "tools/drawn_text.h"
 
@@ -29,29 +30,21 @@ QColor screen_colour(PollColour colour) {
   return {0x00, 0x00, 0x00};
 }
 
-/// A label that is the words beside its box.
-QLabel* label_of(TextBox* box) {
-  auto* const label = new QLabel(box->accessibleName());
-  label->setBuddy(box);
-  return label;
-}
-
 }  // namespace
 
 ProttestScreen::ProttestScreen(Services& services, QWidget* parent)
     : Screen("prottest", services, parent),
       poller_(services.link, services.pump, services.dialogs, services.busy, *this) {
   services.checkline = [this] { poller_.checkline(); };
-  auto* const heading = new QLabel(QStringLiteral("Protocol Test"));
-  heading->setFont(fonts::serif(16));
+  const QString title = QStringLiteral("Protocol Test");
   auto* const layout = new QVBoxLayout(this);
-  layout->addWidget(heading, 0, Qt::AlignHCenter);
+  layout->addWidget(heading(title), 0, Qt::AlignHCenter);
   auto* const controls = new QHBoxLayout;
   controls->addWidget(boxes());
   controls->addStretch();
   controls->addWidget(buttons());
   layout->addLayout(controls);
-  protdisp_ = new DrawnText("protdisp", heading->text(), fonts::fixed(points));
+  protdisp_ = new DrawnText("protdisp", title, fonts::fixed(points));
   protdisp_->setMinimumSize(protdisp_->size_for(columns, rows));
   layout->addWidget(protdisp_, 1);
 }
@@ -70,13 +63,13 @@ QWidget* ProttestScreen::boxes() {
   panel->setMouseTracking(true);
   auto* const grid = new QGridLayout(panel);
   grid->setContentsMargins(0, 0, 0, 0);
-  grid->addWidget(label_of(first_address_), 0, 0);
+  grid->addWidget(label_for(first_address_), 0, 0);
   grid->addWidget(first_address_, 0, 1);
-  grid->addWidget(label_of(last_address_), 0, 2, Qt::AlignRight);
+  grid->addWidget(label_for(last_address_), 0, 2, Qt::AlignRight);
   grid->addWidget(last_address_, 0, 3);
-  grid->addWidget(label_of(delay_), 1, 0);
+  grid->addWidget(label_for(delay_), 1, 0);
   grid->addWidget(delay_, 1, 1);
-  grid->addWidget(label_of(time_out_), 1, 2);
+  grid->addWidget(label_for(time_out_), 1, 2);
   grid->addWidget(time_out_, 1, 3);
   return panel;
 }
@@ -104,6 +97,10 @@ QWidget* ProttestScreen::buttons() {
 
 /// The values that polling starts from. What is typed is read by "F1 Start" and never kept, so that every
 /// visit shows these again: that is meant.
+ProttestScreen::~ProttestScreen() {
+  services().checkline = [] {};
+}
+
 void ProttestScreen::entered() {
   first_address_->setText(QStringLiteral("0"));
   last_address_->setText(QStringLiteral("0"));

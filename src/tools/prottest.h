@@ -11,6 +11,7 @@ class TextBox;
 class ProttestScreen : public Screen, private PollDisplay {
  public:
   ProttestScreen(Services& services, QWidget* parent);
+  ~ProttestScreen() override;
 
   void entered() override;
   [[nodiscard]] QPushButton* start_button() const override { return start_; }

@@ -1,5 +1,6 @@
 #include "tools/term.h"
 
+#include "shell/labels.h"
 #include "tools/fullterm.h"
 #include "tools/terminal_receiver.h"
 #include "tools/terminal_typing.h"
@@ -13,12 +14,6 @@ namespace {
 
 constexpr std::string_view printing_elsewhere = "Function currently disabled - use full screen mode";
 
-QLabel* label_of(QWidget* box) {
-  auto* const label = new QLabel(box->accessibleName());
-  label->setBuddy(box);
-  return label;
-}
-
 }  // namespace
 
 TermScreen::TermScreen(Services& services, QWidget* parent) : Screen("term", services, parent) {
@@ -26,9 +21,9 @@ TermScreen::TermScreen(Services& services, QWidget* parent) : Screen("term", ser
   received_ = new TerminalView("Text1", QStringLiteral("Reader"), TerminalView::LongLines::scroll, this);
 
   auto* const layout = new QVBoxLayout(this);
-  layout->addWidget(label_of(typing_));
+  layout->addWidget(label_for(typing_));
   layout->addWidget(typing_, 1);
-  layout->addWidget(label_of(received_));
+  layout->addWidget(label_for(received_));
   layout->addWidget(received_, 1);
   layout->addLayout(buttons());
 }

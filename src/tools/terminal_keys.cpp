@@ -2,6 +2,7 @@
 
 #include "link/frame.h"
 #include "shell/code_page.h"
+#include "tools/caret_code.h"
 
 #include <QKeyEvent>
 
@@ -15,8 +16,6 @@ namespace {
 constexpr char backspace = '\x08';
 constexpr char tab = '\x09';
 constexpr char escape = '\x1B';
-constexpr unsigned char first_printable = 0x20;
-constexpr int typed_caret_offset = 64;
 constexpr int control_mask = 0x1F;
 
 /// A key of the keypad: with Num Lock on it is a digit, with Num Lock off it moves the caret. The caret's
@@ -201,10 +200,9 @@ bool TerminalKeys::characters(const QString& text) {
 
 /// Control characters are shown as codes, 64 above themselves; not as received ones are: that is meant.
 bool TerminalKeys::type(char byte) {
-  const auto code = static_cast<unsigned char>(byte);
   const bool begins_a_line = byte == wire::cr && caret_keys_ == CaretKeys::tab_and_enter;
-  if (code < first_printable && !begins_a_line) {
-    return show_and_send(std::string{'^', static_cast<char>(code + typed_caret_offset)}, byte);
+  if (is_control(byte) && !begins_a_line) {
+    return show_and_send(caret_code(byte), byte);
   }
   if (!target_.send(byte)) {
     return false;  // the box shows what has gone out

@@ -11,6 +11,9 @@ class QKeyEvent;
 /// The terminal that keys are typed into, as its keys see it.
 class KeyTarget {
  public:
+  KeyTarget() = default;
+  KeyTarget(const KeyTarget&) = delete;
+  KeyTarget& operator=(const KeyTarget&) = delete;
   virtual ~KeyTarget() = default;
 
   [[nodiscard]] virtual bool port_open() const = 0;

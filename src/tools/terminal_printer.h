@@ -33,6 +33,7 @@ class Printer {
   /// @return false when there is no printer to print on.
   [[nodiscard]] virtual bool available() = 0;
   /// Asks on which printer, proposing the default one, and prints there.
+  /// @throws ProgramClosing
   [[nodiscard]] virtual Result print(const PrintJob& job) = 0;
   /// Prints into a PDF file, without a printer.
   [[nodiscard]] virtual Result print_to_pdf(const PrintJob& job, const std::filesystem::path& file) = 0;

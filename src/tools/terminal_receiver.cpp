@@ -2,13 +2,13 @@
 
 #include "link/frame.h"
 #include "link/timings.h"
+#include "tools/caret_code.h"
 
 namespace {
 
 /// The most that one tick shows, so that a flood leaves time for clicks: two seconds of the fastest line.
 constexpr int most_bytes_a_tick = 4096;
 
-constexpr unsigned char first_printable = 0x20;
 constexpr int received_caret_offset = 48;
 
 }  // namespace
@@ -22,7 +22,7 @@ void append_received(ReceivedLines& lines, char byte) {
   if (byte == wire::nul) {
     line += "^@";
   }
-  if (static_cast<unsigned char>(byte) < first_printable) {
+  if (is_control(byte)) {
     line += '^';
     line += static_cast<char>(byte + received_caret_offset);
   }

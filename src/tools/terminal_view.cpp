@@ -2,6 +2,7 @@
 
 #include "shell/code_page.h"
 #include "shell/fonts.h"
+#include "tools/cell_text.h"
 #include "tools/terminal_view_access.h"
 
 #include <QAccessible>
@@ -18,33 +19,12 @@ namespace {
 constexpr qreal points = 9.75;
 constexpr int margin = 3;  // pixels between the frame and the text
 
-bool is_ascii(char byte) {
-  return byte >= ' ' && byte <= '~';
-}
-
 qreal column_width(const QWidget& view) {
   return QFontMetricsF(view.font()).horizontalAdvance(u'0');
 }
 
 int row_height(const QWidget& view) {
   return view.fontMetrics().height();
-}
-
-/// Draws bytes from a cell on. Plain characters of a fixed-pitch font are right in one stroke; others may
-/// come from a font of another pitch and are placed one by one.
-void draw_bytes(QPainter& painter, std::string_view bytes, QRectF first_cell) {
-  for (std::size_t begin = 0; begin < bytes.size();) {
-    std::size_t end = begin + 1;
-    while (is_ascii(bytes[begin]) && end < bytes.size() && is_ascii(bytes[end])) {
-      ++end;
-    }
-    QRectF area = first_cell.translated(first_cell.width() * static_cast<qreal>(begin), 0);
-    area.setWidth(first_cell.width() * static_cast<qreal>(end - begin));
-    const Qt::Alignment where = is_ascii(bytes[begin]) ? Qt::AlignLeft : Qt::AlignHCenter;
-    painter.drawText(area, static_cast<int>(where | Qt::AlignVCenter) | Qt::TextSingleLine | Qt::TextDontClip,
-                     code_page::dos_glyphs(code_page::from_dos_437(bytes.substr(begin, end - begin))));
-    begin = end;
-  }
 }
 
 }  // namespace
@@ -238,10 +218,9 @@ void TerminalView::paint_row(QPainter& painter, int row) const {
       painter.fillRect(behind, palette().brush(QPalette::Highlight));
     }
     painter.setPen(palette().color(colour));
-    draw_bytes(
-        painter,
-        std::string_view(line).substr(static_cast<std::size_t>(begin), static_cast<std::size_t>(end - begin)),
-        area);
+    const auto bytes =
+        std::string_view(line).substr(static_cast<std::size_t>(begin), static_cast<std::size_t>(end - begin));
+    draw_cells(painter, code_page::from_dos_437(bytes), area);
   };
   const int selected_from = std::clamp(selection_begin() - offset, from, to);
   const int selected_to = std::clamp(selection_end() - offset, from, to);

@@ -15,7 +15,7 @@ TEST(frame, network_is_address_byte_stx_command_etx) {
 }
 
 TEST(frame, the_global_address_is_0xff) {
-  EXPECT_TRUE(bytes_equal(network_frame(global_address_byte, "V"), "\xFF\x02V\x03"_bytes));
+  EXPECT_TRUE(bytes_equal(network_frame(address_byte_of(global_address), "V"), "\xFF\x02V\x03"_bytes));
 }
 
 TEST(frame, an_introduced_command_begins_with_nul) {
