@@ -11,6 +11,8 @@ remote_display_packages=(tigervnc-standalone-server openbox)
 wayland_packages=(qt6-wayland)
 # To build and run the tests.
 test_packages=(libgtest-dev poppler-utils)
+# A print queue, for the test that prints: root's, the one user who can run a print service.
+printing_packages=(cups cups-client printer-driver-cups-pdf)
 # The developers' checks. The formatter and the linter are pinned: another version judges differently.
 check_packages=(clang-format-14 clang-tidy-14 shellcheck desktop-file-utils appstream mandoc libxml2-utils
   xdotool)

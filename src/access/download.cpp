@@ -1,7 +1,7 @@
 #include "access/access_file.h"
 #include "access/schedule_file.h"
 #include "access/transfers.h"
-#include "link/frame.h"
+#include "link/deadline.h"
 #include "link/messages.h"
 #include "link/numbers.h"
 #include "link/timings.h"

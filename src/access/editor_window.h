@@ -8,7 +8,6 @@
 #include <functional>
 
 class QAction;
-class QMenu;
 
 /// A window of its own beside the main window, with a menu bar.
 class EditorWindow : public QMainWindow {

@@ -12,7 +12,7 @@ constexpr std::int64_t end_of_day = 2400;
 /// @throws ClickError
 int schedule_number(std::string_view text) {
   const std::int64_t number = number_or_zero(text);
-  if (number < 1 || number > schedule_count) {
+  if (!is_schedule_number(number)) {
     throw ClickError("Schedule number must be 1 to 99");
   }
   return static_cast<int>(number);

@@ -4,8 +4,6 @@
 #include "link/dialogs.h"
 
 #include <filesystem>
-#include <optional>
-#include <string>
 #include <string_view>
 
 /// The schedule editor without its window: one file of 99 schedules in memory, one schedule on show.

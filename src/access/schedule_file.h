@@ -3,6 +3,7 @@
 #include "access/columns.h"
 
 #include <array>
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -54,7 +55,7 @@ class ScheduleTable {
   std::array<std::string, schedule_count> lines_;
 };
 
-[[nodiscard]] constexpr bool is_schedule_number(int number) {
+[[nodiscard]] constexpr bool is_schedule_number(std::int64_t number) {
   return number >= 1 && number <= schedule_count;
 }
 

@@ -2,6 +2,7 @@
 
 #include "access/transfers.h"
 
+#include "link/deadline.h"
 #include "link/messages.h"
 #include "link/timings.h"
 

@@ -3,7 +3,8 @@
 #include "access/transfer_kinds.h"
 #include "access/upload_file.h"
 #include "link/busy_flags.h"
-#include "link/click.h"
+#include "link/dialogs.h"
+#include "link/event_pump.h"
 #include "link/reader_link.h"
 
 #include <functional>

@@ -11,7 +11,6 @@
 #include <QLabel>
 #include <QPushButton>
 
-#include <algorithm>
 #include <array>
 #include <string_view>
 
@@ -19,12 +18,9 @@ namespace {
 
 using namespace std::string_view_literals;
 
-constexpr std::array group_captions{
-    "Reader", "Displays", "Leds", "Relay and Speaker", "Operating Mode", "Sense Inputs and Protocol"};
-
 /// A button and what it sends. The display texts and the two-digit arguments are fixed patterns.
 struct Command {
-  int group;
+  DiagGroup group;
   const char* caption;
   std::string_view payload;
   std::string_view second_payload = {};  ///< sent after the first, whatever became of it
@@ -33,26 +29,26 @@ struct Command {
 
 constexpr std::array commands{
     // The only one sent without waiting for an acknowledge.
-    Command{0, "Reset Reader", "\0U"sv, {}, false},
-    Command{1, "Test Display", "D1234ABCD"sv},
-    Command{1, "Test Clock Display", "T5678"sv},
-    Command{2, "Red Led On", "}00"sv},
-    Command{2, "Red Led Off", "{00"sv},
-    Command{2, "Green Led On", "]00"sv},
-    Command{2, "Green Led Off", "[00"sv},
-    Command{2, "Blink Red Led", ")00"sv},
-    Command{2, "Blink Green Led", ">50"sv},
-    Command{3, "Test Relay", "!01"sv},
-    Command{3, "Test Speaker", "&50"sv},
-    Command{4, "Vell Mode", "|1"sv},
-    Command{4, "Orin Mode", "|3"sv},
-    Command{4, "Orinta Mode", "|4"sv},
-    Command{4, "Accum Mode", "|5"sv},
-    Command{5, "Auto Sense Inputs", "\0DA1"sv, "\0DA2"sv},
+    Command{DiagGroup::reader, "Reset Reader", "\0U"sv, {}, false},
+    Command{DiagGroup::displays, "Test Display", "D1234ABCD"sv},
+    Command{DiagGroup::displays, "Test Clock Display", "T5678"sv},
+    Command{DiagGroup::leds, "Red Led On", "}00"sv},
+    Command{DiagGroup::leds, "Red Led Off", "{00"sv},
+    Command{DiagGroup::leds, "Green Led On", "]00"sv},
+    Command{DiagGroup::leds, "Green Led Off", "[00"sv},
+    Command{DiagGroup::leds, "Blink Red Led", ")00"sv},
+    Command{DiagGroup::leds, "Blink Green Led", ">50"sv},
+    Command{DiagGroup::relay_and_speaker, "Test Relay", "!01"sv},
+    Command{DiagGroup::relay_and_speaker, "Test Speaker", "&50"sv},
+    Command{DiagGroup::operating_mode, "Vell Mode", "|1"sv},
+    Command{DiagGroup::operating_mode, "Orin Mode", "|3"sv},
+    Command{DiagGroup::operating_mode, "Orinta Mode", "|4"sv},
+    Command{DiagGroup::operating_mode, "Accum Mode", "|5"sv},
+    Command{DiagGroup::sense_inputs_and_protocol, "Auto Sense Inputs", "\0DA1"sv, "\0DA2"sv},
     // The same payload twice, unlike the two of the button above: that is meant.
-    Command{5, "No Auto Sense Inputs", "\0DA0"sv, "\0DA0"sv},
-    Command{5, "Protocol Mode", "\0ITP"sv},
-    Command{5, "No Protocol Mode", "\0ITN"sv},
+    Command{DiagGroup::sense_inputs_and_protocol, "No Auto Sense Inputs", "\0DA0"sv, "\0DA0"sv},
+    Command{DiagGroup::sense_inputs_and_protocol, "Protocol Mode", "\0ITP"sv},
+    Command{DiagGroup::sense_inputs_and_protocol, "No Protocol Mode", "\0ITN"sv},
 };
 
 void send(ReaderLink& link, const Command& command) {
@@ -68,11 +64,14 @@ DiagScreen::DiagScreen(Services& services, QWidget* parent) : Screen("diag", ser
   auto* const grid = new QGridLayout(this);
   grid->addWidget(heading(QStringLiteral("Diagnostics")), 0, 0, 1, 2, Qt::AlignHCenter);
   grid->addWidget(identification_group(), 1, 0, 1, 2);
-  grid->addWidget(command_group(1), 2, 0);
-  grid->addWidget(command_group(3), 2, 1);
-  grid->addWidget(command_group(2), 3, 0);
-  grid->addWidget(command_group(4), 3, 1);
-  grid->addWidget(command_group(5), 4, 0, 1, 2);
+  const auto commands_on = [this](DiagGroup group, const char* title) {
+    return command_group(group, QLatin1String(title)).frame;
+  };
+  grid->addWidget(commands_on(DiagGroup::displays, "Displays"), 2, 0);
+  grid->addWidget(commands_on(DiagGroup::relay_and_speaker, "Relay and Speaker"), 2, 1);
+  grid->addWidget(commands_on(DiagGroup::leds, "Leds"), 3, 0);
+  grid->addWidget(commands_on(DiagGroup::operating_mode, "Operating Mode"), 3, 1);
+  grid->addWidget(commands_on(DiagGroup::sense_inputs_and_protocol, "Sense Inputs and Protocol"), 4, 0, 1, 2);
   grid->setRowStretch(5, 1);
 }
 
@@ -83,14 +82,14 @@ QWidget* DiagScreen::identification_group() {
   identification_ = new TextBox("Text4", caption, 0, KeyFilter::none);
   identification_->setReadOnly(true);
   identification_->setFont(fonts::fixed(9.75));
-  QWidget* const group = command_group(0, identify_button);
-  static_cast<QGridLayout*>(group->layout())->addWidget(identification_, 1, 0, 1, 2);
-  return group;
+  const panel::Group group = command_group(DiagGroup::reader, QStringLiteral("Reader"), identify_button);
+  group.grid->addWidget(identification_, 1, 0, 1, 2);
+  return group.frame;
 }
 
 /// The group's buttons, two a row, after `first` where there is one.
-QWidget* DiagScreen::command_group(int group, QPushButton* first) {
-  auto* const box = new QGroupBox(QLatin1String(group_captions.at(static_cast<std::size_t>(group))));
+panel::Group DiagScreen::command_group(DiagGroup group, const QString& title, QPushButton* first) {
+  auto* const box = new QGroupBox(title);
   auto* const grid = new QGridLayout(box);
   int place = 0;
   const auto add = [grid, &place](QPushButton* button) {
@@ -106,7 +105,7 @@ QWidget* DiagScreen::command_group(int group, QPushButton* first) {
     }
   }
   grid->setRowStretch(place, 1);
-  return box;
+  return {box, grid};
 }
 
 void DiagScreen::identify() {

@@ -11,16 +11,34 @@
 
 namespace {
 
-constexpr SwitchGroup rs232_logging{
-    "RS232 Logging", "kesh_rs232_logging", "RS232 Logging On", "RS232 Logging Off", 1,
-    kesh_switch,     kesh_rs232_logging};
-constexpr SwitchGroup duplicate_read{
-    "Duplicate Read", "duplicate_read",   "Duplicate Read On", "Duplicate Read Off", 1,
-    kesh_switch,      kesh_duplicate_read};
-constexpr SwitchGroup comma_delimited{
-    "Comma Delimited", "comma_delimited",   "Comma Delimited On", "Comma Delimited Off", 1,
-    kesh_switch,       kesh_comma_delimited};
-constexpr SwitchGroup mode{"Mode", "kesh_mode", "Vell", "Kesh", 1, kesh_switch, kesh_mode};
+constexpr SwitchGroup rs232_logging{.title = "RS232 Logging",
+                                    .object_name = "kesh_rs232_logging",
+                                    .on = "RS232 Logging On",
+                                    .off = "RS232 Logging Off",
+                                    .chosen = 1,
+                                    .kind = kesh_switch,
+                                    .values = kesh_rs232_logging};
+constexpr SwitchGroup duplicate_read{.title = "Duplicate Read",
+                                     .object_name = "duplicate_read",
+                                     .on = "Duplicate Read On",
+                                     .off = "Duplicate Read Off",
+                                     .chosen = 1,
+                                     .kind = kesh_switch,
+                                     .values = kesh_duplicate_read};
+constexpr SwitchGroup comma_delimited{.title = "Comma Delimited",
+                                      .object_name = "comma_delimited",
+                                      .on = "Comma Delimited On",
+                                      .off = "Comma Delimited Off",
+                                      .chosen = 1,
+                                      .kind = kesh_switch,
+                                      .values = kesh_comma_delimited};
+constexpr SwitchGroup mode{.title = "Mode",
+                           .object_name = "kesh_mode",
+                           .on = "Vell",
+                           .off = "Kesh",
+                           .chosen = 1,
+                           .kind = kesh_switch,
+                           .values = kesh_mode};
 
 bool is_on(const OptionGroup& pair) {
   return pair.chosen() == 0;

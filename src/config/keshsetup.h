@@ -2,6 +2,7 @@
 
 #include "config/setup_screen.h"
 
+class OptionGroup;
 class QCheckBox;
 class TextBox;
 

@@ -11,10 +11,20 @@
 
 namespace {
 
-constexpr SwitchGroup rs232_logging{"RS232 Logging (Orin)", "rs232_logging",   "On", "Off", 1,
-                                    orin_logging,           orin_rs232_logging};
-constexpr SwitchGroup bad_logging{"Bad Logging (Orinta)", "bad_logging",     "On", "Off", 0,
-                                  orin_logging,           orinta_bad_logging};
+constexpr SwitchGroup rs232_logging{.title = "RS232 Logging (Orin)",
+                                    .object_name = "rs232_logging",
+                                    .on = "On",
+                                    .off = "Off",
+                                    .chosen = 1,
+                                    .kind = orin_logging,
+                                    .values = orin_rs232_logging};
+constexpr SwitchGroup bad_logging{.title = "Bad Logging (Orinta)",
+                                  .object_name = "bad_logging",
+                                  .on = "On",
+                                  .off = "Off",
+                                  .chosen = 0,
+                                  .kind = orin_logging,
+                                  .values = orinta_bad_logging};
 
 }  // namespace
 

@@ -2,6 +2,7 @@
 
 #include "config/setup_screen.h"
 
+class OptionGroup;
 class TextBox;
 
 /// The setup of the stand-alone access readers. Its "Record Length" box is the record length of the access

@@ -4,8 +4,6 @@
 #include "config/setup_values.h"
 #include "shell/screen.h"
 
-class OptionGroup;
-
 /// A pair of options in a titled frame with a "Set" button.
 struct SwitchGroup {
   const char* title;

@@ -5,7 +5,6 @@
 
 #include <functional>
 #include <stdexcept>
-#include <string>
 
 /// Ends the running click with a box that shows the text (UTF-8): "Overflow", "Type mismatch",
 /// "File not found: …" and what else a value or a file makes impossible.

@@ -9,16 +9,3 @@ EventPump::TimePoint EventPump::end_of_yield() const {
   const auto next = deadlines_.upper_bound(start);
   return next == deadlines_.end() ? latest : std::min(*next, latest);
 }
-
-Deadline::Deadline(EventPump& pump, std::chrono::milliseconds time_out)
-    : pump_(pump), time_out_(time_out), end_(pump.now() + time_out), entry_(pump.deadlines_.insert(end_)) {}
-
-Deadline::~Deadline() {
-  pump_.deadlines_.erase(entry_);
-}
-
-void Deadline::restart() {
-  pump_.deadlines_.erase(entry_);
-  end_ = pump_.now() + time_out_;
-  entry_ = pump_.deadlines_.insert(end_);
-}

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "link/comm_settings.h"
+#include "link/deadline.h"
 #include "link/dialogs.h"
 #include "link/event_pump.h"
 #include "link/serial_port.h"

@@ -10,6 +10,7 @@
 #include <QLabel>
 #include <QRadioButton>
 
+#include <algorithm>
 #include <array>
 
 namespace {

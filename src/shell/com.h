@@ -2,6 +2,8 @@
 
 #include "shell/screen.h"
 
+#include <functional>
+
 class OptionGroup;
 class TextBox;
 

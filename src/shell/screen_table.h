@@ -4,7 +4,6 @@
 #include "shell/screen.h"
 
 #include <array>
-#include <string_view>
 
 /// Names the screen on show; the numbers are fixed.
 enum class ScreenCode {

@@ -53,6 +53,16 @@ FullTermWindow::FullTermWindow(Services& services)
       receive_timer_(services.pump.make_ticker(timings::full_screen_tick, [this] { receive_some(); })) {
   setObjectName(QStringLiteral("fullterm"));
   setWindowTitle(QStringLiteral("Terminal Mode - Full Screen"));
+  make_controls();
+  connect_controls();
+  const QSize title_bar(0, style()->pixelMetric(QStyle::PM_TitleBarHeight));
+  setMinimumSize(lines_note_->sizeHint().width() * 2,
+                 pop1_->size_for(20, 3).height() + twips_to_pixels(beneath_area, *this));
+  resize((pop1_->size_for(80, 30) + QSize(0, twips_to_pixels(beneath_area, *this)))
+             .boundedTo(screen()->availableSize() - title_bar));
+}
+
+void FullTermWindow::make_controls() {
   QFont bold = fonts::fixed(points);
   bold.setBold(true);
   sink_ = new QLineEdit(this);  // behind the drawing area
@@ -75,6 +85,9 @@ FullTermWindow::FullTermWindow(Services& services)
   for (QWidget* const receiver : {static_cast<QWidget*>(sink_), static_cast<QWidget*>(pop1_)}) {
     receiver->installEventFilter(this);
   }
+}
+
+void FullTermWindow::connect_controls() {
   connect(clear_button_, &QPushButton::clicked, this,
           [this] { services_.clicks.run([this] { clear_screen(); }); });
   connect(sink_, &QLineEdit::textChanged, this, [this](const QString& text) {
@@ -89,11 +102,6 @@ FullTermWindow::FullTermWindow(Services& services)
       left_for_box_ = false;
     }
   });
-  const QSize title_bar(0, style()->pixelMetric(QStyle::PM_TitleBarHeight));
-  setMinimumSize(lines_note_->sizeHint().width() * 2,
-                 pop1_->size_for(20, 3).height() + twips_to_pixels(beneath_area, *this));
-  resize((pop1_->size_for(80, 30) + QSize(0, twips_to_pixels(beneath_area, *this)))
-             .boundedTo(screen()->availableSize() - title_bar));
 }
 
 FullTermWindow::~FullTermWindow() {

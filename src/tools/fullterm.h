@@ -38,6 +38,8 @@ class FullTermWindow : public QWidget, private KeyTarget, private PageSurface {
   void resizeEvent(QResizeEvent* event) override;
 
  private:
+  void make_controls();
+  void connect_controls();
   void load();
   void activated();
   [[nodiscard]] bool in_a_box() const;

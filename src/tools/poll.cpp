@@ -1,5 +1,6 @@
 #include "tools/poll.h"
 
+#include "link/deadline.h"
 #include "link/frame.h"
 #include "link/numbers.h"
 #include "link/timings.h"

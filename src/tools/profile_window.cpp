@@ -28,6 +28,8 @@ struct ColumnKind {
 constexpr std::array columns{ColumnKind{"Caption", "Text1", 20}, ColumnKind{"Command", "Text2", 24},
                              ColumnKind{"Wait (ms)", "Text3", 7}};
 
+}  // namespace
+
 /// A command: F9 adds the character that stands for a NUL, which is shown as a picture of it.
 class CommandBox : public TextBox {
  public:
@@ -50,6 +52,8 @@ class CommandBox : public TextBox {
     }
   }
 };
+
+namespace {
 
 template <typename Box>
 Box* add_box(QGridLayout& grid, std::size_t step, std::size_t column) {
@@ -108,7 +112,7 @@ void ProfileWindow::load() {
   profile_.tables = load_profile(answer.name);
   for (std::size_t step = 0; step < TestProfile::steps; ++step) {
     captions_.at(step)->setText(code_page::from_windows_1252(profile_.tables.captions.at(step)));
-    static_cast<CommandBox*>(commands_.at(step))->show_command(profile_.tables.commands.at(step));
+    commands_.at(step)->show_command(profile_.tables.commands.at(step));
     waits_.at(step)->setText(code_page::from_windows_1252(profile_.tables.waits.at(step)));
   }
   profile_.testprofilefile = answer.name;
@@ -131,7 +135,7 @@ TestProfile ProfileWindow::typed() const {
   TestProfile profile;
   for (std::size_t step = 0; step < TestProfile::steps; ++step) {
     profile.captions.at(step) = captions_.at(step)->bytes();
-    profile.commands.at(step) = static_cast<const CommandBox*>(commands_.at(step))->command();
+    profile.commands.at(step) = commands_.at(step)->command();
     profile.waits.at(step) = waits_.at(step)->bytes();
   }
   return profile;

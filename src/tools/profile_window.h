@@ -8,6 +8,7 @@
 #include <array>
 #include <functional>
 
+class CommandBox;
 class QGridLayout;
 class TextBox;
 
@@ -25,7 +26,8 @@ class ProfileWindow : public QDialog {
   void keyPressEvent(QKeyEvent* event) override;
 
  private:
-  using Column = std::array<TextBox*, TestProfile::steps>;
+  template <typename Box>
+  using Column = std::array<Box*, TestProfile::steps>;
 
   void add_rows(QGridLayout& grid);
   void add_button(QGridLayout& grid, int column, const QString& caption, std::function<void()> handler);
@@ -36,7 +38,7 @@ class ProfileWindow : public QDialog {
   Services& services_;
   CurrentProfile& profile_;
   std::function<void()> profile_changed_;
-  Column captions_{};
-  Column commands_{};
-  Column waits_{};
+  Column<TextBox> captions_{};
+  Column<CommandBox> commands_{};
+  Column<TextBox> waits_{};
 };

@@ -6,7 +6,6 @@
 
 #include <functional>
 
-class QFont;
 class QPainter;
 class QPrinter;
 class QtDialogs;

@@ -1,6 +1,7 @@
 // What every pump has from its base, and the virtual pump that the other tests stand on.
 #include "link/event_pump.h"
 
+#include "link/deadline.h"
 #include "support/link_bench.h"
 
 #include <chrono>

@@ -1,5 +1,6 @@
 // The event loop's pump, over the real port on a pseudo-terminal. What a pause holds back:
 // input_hold_test.cpp.
+#include "link/deadline.h"
 #include "link/qt_event_pump.h"
 #include "support/pty_bench.h"
 

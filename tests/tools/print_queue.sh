@@ -5,9 +5,10 @@
 # Prints "skip REASON" where it cannot.
 set -euo pipefail
 
+# shellcheck source=packaging/dependencies.sh
+. "$(dirname "${BASH_SOURCE[0]}")/../../packaging/dependencies.sh"
 folder=$1
 driver=/usr/share/ppd/cups-pdf/CUPS-PDF_opt.ppd
-packages=(cups cups-client printer-driver-cups-pdf poppler-utils)
 
 skip() {
   echo "skip $*"
@@ -20,11 +21,8 @@ missing() {
 
 [[ $(id -u) -eq 0 ]] || skip "only root can run a print service that prints to PDF"
 if missing; then
-  command -v apt-get >/dev/null || skip "these packages are missing, and there is no apt: ${packages[*]}"
-  export DEBIAN_FRONTEND=noninteractive
-  install=(apt-get install -y --no-install-recommends "${packages[@]}")
-  "${install[@]}" >&2 || { apt-get update >&2 && "${install[@]}" >&2; } || skip "apt cannot install ${packages[*]}"
-  ! missing || skip "the installed packages hold no print service"
+  ensure_packages "The test of printing" "${printing_packages[@]}" >&2 || skip "apt cannot install what it needs"
+  ! missing || skip "there is no print service: ${printing_packages[*]}"
 fi
 
 mkdir -p "$folder"/{conf,state,cache,spool,tmp,log}
