@@ -3,6 +3,7 @@
 #include "simulator/answer.h"
 
 #include <algorithm>
+#include <stdexcept>
 #include <utility>
 
 namespace readersim {
@@ -15,6 +16,9 @@ constexpr int bits_per_byte = 10;  // a start bit, seven and parity or eight, a 
 Line::Line(Options options) : options_(options), random_(options.seed) {}
 
 Seat& Line::add(Family family, int address, bool protocol_mode) {
+  if (seats_.size() >= most_readers) {
+    throw std::length_error("a line takes no more than " + std::to_string(most_readers) + " readers");
+  }
   const int serial = 1001 + static_cast<int>(seats_.size());
   seats_.push_back(std::make_unique<Seat>(Seat{Reader{family, address, serial}, {}, true, TimePoint{0}}));
   seats_.back()->reader.protocol_mode = protocol_mode;

@@ -32,12 +32,13 @@ class Line {
     std::string bytes;
     bool hang_up = false;
   };
-  static constexpr std::size_t most_readers = 127;
+  static constexpr std::size_t most_readers = 127;  ///< one for each address
 
   explicit Line(Options options);
   Line() : Line(Options{}) {}
 
-  /// Adds a reader fresh from the factory; on a network it is in protocol mode from the start.
+  /// Adds a reader fresh from the factory; on a network it is in protocol mode from the start. Throws
+  /// std::length_error, and adds none, when most_readers are there.
   Seat& add(Family family, int address, bool protocol_mode);
   /// All places in the order they were added. A reference stays good as long as the line.
   [[nodiscard]] const std::vector<std::unique_ptr<Seat>>& seats() const { return seats_; }

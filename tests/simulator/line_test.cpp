@@ -1,6 +1,7 @@
 #include "host.h"
 
 #include <gtest/gtest.h>
+#include <stdexcept>
 
 namespace {
 
@@ -253,6 +254,15 @@ TEST_F(Network, tells_every_frame_in_both_directions_with_bytes_and_meaning) {
   EXPECT_EQ(events[2].kind, Event::Kind::sent);
   EXPECT_EQ(events[2].at, 1s + 20ms);
   EXPECT_TRUE(bytes_equal(events[2].bytes, "\x06\x02QUOR READER V1.84 S/N 001006\x03"));
+}
+
+TEST(Readers, are_one_for_each_address_of_a_line_and_no_more) {
+  Line line;
+  for (int address = 0; address < 127; ++address) {
+    line.add(Family::vell, address, true);
+  }
+  EXPECT_THROW(line.add(Family::vell, 0, true), std::length_error);
+  EXPECT_EQ(line.seats().size(), 127U);
 }
 
 }  // namespace
