@@ -3,6 +3,7 @@
 #include "simulator/ears.h"
 
 #include <algorithm>
+#include <string_view>
 
 namespace readersim {
 namespace {

@@ -4,7 +4,6 @@
 #include "simulator/reader.h"
 #include "simulator/verdict.h"
 
-#include <string>
 #include <vector>
 
 namespace readersim {

@@ -5,9 +5,9 @@
 #include "simulator/options.h"
 #include "simulator/script.h"
 
-#include <functional>
+#include <optional>
 #include <string>
-#include <vector>
+#include <string_view>
 
 namespace readersim {
 

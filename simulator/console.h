@@ -2,6 +2,7 @@
 
 #include "simulator/line.h"
 
+#include <cstdint>
 #include <functional>
 #include <string>
 #include <string_view>
@@ -31,7 +32,7 @@ class Console {
   using Words = std::vector<std::string>;
   struct Entry;
   [[nodiscard]] static const std::vector<Entry>& entries();
-  /// The readers meant by an address or "all"; throws a text for people when there are none.
+  /// The readers meant by an address or "all"; throws Mistake when there are none.
   [[nodiscard]] std::vector<Seat*> seats(const Words& words) const;
 
   std::string show(const Words& words, TimePoint now);

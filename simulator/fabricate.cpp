@@ -1,7 +1,7 @@
 #include "simulator/fabricate.h"
 
-#include <algorithm>
 #include <array>
+#include <string_view>
 
 namespace readersim {
 namespace {

@@ -2,7 +2,6 @@
 
 #include "simulator/time_point.h"
 
-#include <cstdint>
 #include <optional>
 #include <random>
 #include <string>

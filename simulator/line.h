@@ -7,6 +7,7 @@
 #include "simulator/time_point.h"
 #include "simulator/verdict.h"
 
+#include <cstdint>
 #include <deque>
 #include <functional>
 #include <memory>

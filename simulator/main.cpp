@@ -1,12 +1,8 @@
 #include "simulator/program.h"
 #include "simulator/words.h"
 
-#include <csignal>
-#include <cstdio>
 #include <exception>
-#include <fstream>
 #include <iostream>
-#include <iterator>
 
 int main(int argc, char** argv) {
   try {

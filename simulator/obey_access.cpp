@@ -1,5 +1,7 @@
 #include "simulator/command.h"
 
+#include <algorithm>
+
 namespace readersim {
 namespace {
 

@@ -4,6 +4,7 @@
 #include "simulator/words.h"
 
 #include <algorithm>
+#include <cstdint>
 
 namespace readersim {
 namespace {

@@ -2,6 +2,7 @@
 #include "simulator/server.h"
 #include "simulator/words.h"
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <csignal>

@@ -4,7 +4,6 @@
 
 #include <array>
 #include <atomic>
-#include <memory>
 #include <string>
 #include <string_view>
 #include <thread>

@@ -9,7 +9,6 @@
 #include <array>
 #include <deque>
 #include <string>
-#include <string_view>
 #include <vector>
 
 namespace readersim {

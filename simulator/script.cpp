@@ -2,6 +2,7 @@
 
 #include "simulator/words.h"
 
+#include <algorithm>
 #include <cstdlib>
 
 namespace readersim {

@@ -2,6 +2,7 @@
 
 #include "simulator/reader.h"
 
+#include <algorithm>
 #include <charconv>
 
 namespace readersim {
