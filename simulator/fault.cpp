@@ -1,6 +1,7 @@
 #include "simulator/fault.h"
 
 #include <algorithm>
+#include <array>
 
 namespace readersim {
 namespace {
@@ -24,119 +25,130 @@ void insert(Answer& answer, std::size_t at, const std::vector<Answer::Byte>& ext
   }
 }
 
-/// Does one fault to the answer. False when the answer has nothing of the kind that it spoils.
-bool apply(Answer& answer, const Fault& fault, Random& random) {
-  auto& bytes = answer.bytes;
-  const auto at = static_cast<std::size_t>(std::max(fault.n, 1) - 1);
-  switch (fault.kind) {
-    case Fault::Kind::silent:
-      bytes.clear();
-      return true;
-    case Fault::Kind::drop_ack:
-      if (!answer.has_ack || bytes.empty()) {
-        return false;
-      }
-      bytes.erase(bytes.begin());
-      answer.has_ack = false;
-      return true;
-    case Fault::Kind::wrong_ack:
-      if (!answer.has_ack || bytes.empty()) {
-        return false;
-      }
-      bytes.front().byte = nak;
-      return true;
-    case Fault::Kind::cut:
-      bytes.resize(std::min(bytes.size(), static_cast<std::size_t>(std::max(fault.n, 0))));
-      return true;
-    case Fault::Kind::garbage:
-      insert(answer, 0, random_bytes(fault.n, random));
-      return true;
-    case Fault::Kind::garbage_at:
-      insert(answer, at, random_bytes(fault.amount, random));
-      return true;
-    case Fault::Kind::double_byte:
-      if (at >= bytes.size()) {
-        return false;
-      }
-      bytes.insert(bytes.begin() + static_cast<std::ptrdiff_t>(at), bytes[at]);
-      return true;
-    case Fault::Kind::pause:
-      if (at >= bytes.size()) {
-        return false;
-      }
-      bytes[at].silence += std::chrono::milliseconds{fault.amount};
-      return true;
-    case Fault::Kind::other_address:
-      if (!answer.address_at) {
-        return false;
-      }
-      bytes.at(*answer.address_at).byte = static_cast<char>(fault.n + 0x80);
-      return true;
-    case Fault::Kind::late:
-      if (bytes.empty()) {
-        return false;
-      }
-      bytes.front().silence += std::chrono::milliseconds{fault.n};
-      return true;
-    case Fault::Kind::hang_up:
-      answer.hang_up_before = std::min(at, bytes.size());
-      return true;
-    case Fault::Kind::mishear:
-      return true;
-  }
-  return false;
+std::size_t place(const Fault& fault) {
+  return static_cast<std::size_t>(std::max(fault.n, 1) - 1);
 }
 
-// What changes single bytes of the true answer comes before what puts bytes in or takes them out,
-// and the silences come last, so that faults add up in the same way whatever order they were given in.
-int rank(Fault::Kind kind) {
-  switch (kind) {
-    case Fault::Kind::other_address:
-      return 0;
-    case Fault::Kind::wrong_ack:
-      return 1;
-    case Fault::Kind::double_byte:
-      return 2;
-    case Fault::Kind::garbage_at:
-      return 3;
-    case Fault::Kind::drop_ack:
-      return 4;
-    case Fault::Kind::garbage:
-      return 5;
-    case Fault::Kind::cut:
-      return 6;
-    case Fault::Kind::silent:
-      return 7;
-    case Fault::Kind::pause:
-      return 8;
-    default:
-      return 9;
-  }
+bool silence(Answer& answer, const Fault&, Random&) {
+  answer.bytes.clear();
+  return true;
 }
+
+bool drop_ack(Answer& answer, const Fault&, Random&) {
+  if (!answer.has_ack || answer.bytes.empty()) {
+    return false;
+  }
+  answer.bytes.erase(answer.bytes.begin());
+  answer.has_ack = false;
+  return true;
+}
+
+bool wrong_ack(Answer& answer, const Fault&, Random&) {
+  if (!answer.has_ack || answer.bytes.empty()) {
+    return false;
+  }
+  answer.bytes.front().byte = nak;
+  return true;
+}
+
+bool cut(Answer& answer, const Fault& fault, Random&) {
+  answer.bytes.resize(std::min(answer.bytes.size(), static_cast<std::size_t>(std::max(fault.n, 0))));
+  return true;
+}
+
+bool garbage(Answer& answer, const Fault& fault, Random& random) {
+  insert(answer, 0, random_bytes(fault.n, random));
+  return true;
+}
+
+bool garbage_at(Answer& answer, const Fault& fault, Random& random) {
+  insert(answer, place(fault), random_bytes(fault.amount, random));
+  return true;
+}
+
+bool double_byte(Answer& answer, const Fault& fault, Random&) {
+  auto& bytes = answer.bytes;
+  const std::size_t at = place(fault);
+  if (at >= bytes.size()) {
+    return false;
+  }
+  bytes.insert(bytes.begin() + static_cast<std::ptrdiff_t>(at), bytes[at]);
+  return true;
+}
+
+bool pause(Answer& answer, const Fault& fault, Random&) {
+  const std::size_t at = place(fault);
+  if (at >= answer.bytes.size()) {
+    return false;
+  }
+  answer.bytes[at].silence += std::chrono::milliseconds{fault.amount};
+  return true;
+}
+
+bool other_address(Answer& answer, const Fault& fault, Random&) {
+  if (!answer.address_at) {
+    return false;
+  }
+  answer.bytes.at(*answer.address_at).byte = static_cast<char>(fault.n + 0x80);
+  return true;
+}
+
+bool late(Answer& answer, const Fault& fault, Random&) {
+  if (answer.bytes.empty()) {
+    return false;
+  }
+  answer.bytes.front().silence += std::chrono::milliseconds{fault.n};
+  return true;
+}
+
+bool hang_up(Answer& answer, const Fault& fault, Random&) {
+  answer.hang_up_before = std::min(place(fault), answer.bytes.size());
+  return true;
+}
+
+// What changes single bytes of the true answer ranks before what puts bytes in or takes them out,
+// and the silences come last, so that faults add up in the same way whatever order they were given in.
+// What a reader mishears is settled before it answers, and counted there.
+using Kind = Fault::Kind;
+constexpr std::array table{
+    FaultTraits{Kind::silent, "silent", 0, "silent           no answer at all", 7, silence},
+    FaultTraits{Kind::drop_ack, "drop-ack", 0, "drop-ack         no acknowledge; what follows it still comes",
+                4, drop_ack},
+    FaultTraits{Kind::wrong_ack, "wrong-ack", 0, "wrong-ack        0x15 in place of the acknowledge", 1,
+                wrong_ack},
+    FaultTraits{Kind::cut, "cut", 1, "cut N            only the first N bytes come", 6, cut},
+    FaultTraits{Kind::garbage, "garbage", 1, "garbage N        N random bytes before the answer", 5, garbage},
+    FaultTraits{Kind::garbage_at, "garbage-at", 2, "garbage-at N C   C random bytes before byte N", 3,
+                garbage_at},
+    FaultTraits{Kind::double_byte, "double", 1, "double N         byte N comes twice", 2, double_byte},
+    FaultTraits{Kind::pause, "pause", 2, "pause N MS       a pause of MS milliseconds before byte N", 8,
+                pause},
+    FaultTraits{Kind::other_address, "other-address", 1, "other-address A  poll replies bear address A", 0,
+                other_address},
+    FaultTraits{Kind::mishear, "mishear", 1, "mishear A        answers frames for address A, not its own", 9,
+                nullptr},
+    FaultTraits{Kind::late, "late", 1, "late MS          the answer comes MS milliseconds late", 9, late},
+    FaultTraits{Kind::hang_up, "hang-up", 1, "hang-up N        the line hangs up before byte N", 9, hang_up},
+};
+
+constexpr bool in_order() {
+  for (std::size_t i = 0; i < table.size(); ++i) {
+    if (static_cast<std::size_t>(table.at(i).kind) != i) {
+      return false;
+    }
+  }
+  return true;
+}
+static_assert(in_order(), "the table follows the enumeration");
 
 }  // namespace
 
-const std::vector<FaultTraits>& all_faults() {
-  static const std::vector<FaultTraits> table{
-      {Fault::Kind::silent, "silent", 0, "silent           no answer at all"},
-      {Fault::Kind::drop_ack, "drop-ack", 0, "drop-ack         no acknowledge; what follows it still comes"},
-      {Fault::Kind::wrong_ack, "wrong-ack", 0, "wrong-ack        0x15 in place of the acknowledge"},
-      {Fault::Kind::cut, "cut", 1, "cut N            only the first N bytes come"},
-      {Fault::Kind::garbage, "garbage", 1, "garbage N        N random bytes before the answer"},
-      {Fault::Kind::garbage_at, "garbage-at", 2, "garbage-at N C   C random bytes before byte N"},
-      {Fault::Kind::double_byte, "double", 1, "double N         byte N comes twice"},
-      {Fault::Kind::pause, "pause", 2, "pause N MS       a pause of MS milliseconds before byte N"},
-      {Fault::Kind::other_address, "other-address", 1, "other-address A  poll replies bear address A"},
-      {Fault::Kind::mishear, "mishear", 1, "mishear A        answers frames for address A, not its own"},
-      {Fault::Kind::late, "late", 1, "late MS          the answer comes MS milliseconds late"},
-      {Fault::Kind::hang_up, "hang-up", 1, "hang-up N        the line hangs up before byte N"},
-  };
+std::span<const FaultTraits> all_faults() {
   return table;
 }
 
 const FaultTraits& traits(Fault::Kind kind) {
-  return *std::find_if(all_faults().begin(), all_faults().end(),
-                       [&](const FaultTraits& each) { return each.kind == kind; });
+  return table.at(static_cast<std::size_t>(kind));
 }
 
 std::string describe(const Fault& fault) {
@@ -168,16 +180,17 @@ std::string spoil(Answer& answer, std::vector<Fault>& faults, Random& random) {
   for (Fault& fault : faults) {
     order.push_back(&fault);
   }
-  std::stable_sort(order.begin(), order.end(),
-                   [](const Fault* a, const Fault* b) { return rank(a->kind) < rank(b->kind); });
+  std::stable_sort(order.begin(), order.end(), [](const Fault* a, const Fault* b) {
+    return traits(a->kind).rank < traits(b->kind).rank;
+  });
   std::string done;
   for (Fault* fault : order) {
-    // What a reader mishears is settled before it answers, and counted there.
-    if (fault->kind == Fault::Kind::mishear || fault->times == 0 || !apply(answer, *fault, random)) {
+    const FaultTraits& kind = traits(fault->kind);
+    if (kind.apply == nullptr || fault->times == 0 || !kind.apply(answer, *fault, random)) {
       continue;
     }
     fault->times -= fault->times > 0 ? 1 : 0;
-    done.append(done.empty() ? "" : ", ").append(traits(fault->kind).name);
+    done.append(done.empty() ? "" : ", ").append(kind.name);
   }
   std::erase_if(faults, [](const Fault& fault) { return fault.times == 0; });
   return done;

@@ -4,6 +4,7 @@
 
 #include <optional>
 #include <random>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -32,18 +33,6 @@ struct Fault {
   int times = 1;  ///< how many answers it still spoils; -1 for all to come
 };
 
-/// The kinds as the console takes them, each with what it needs: "cut N", "pause N MS".
-struct FaultTraits {
-  Fault::Kind kind;
-  std::string_view name;
-  int numbers;             ///< how many numbers it takes before the count of answers
-  std::string_view usage;  ///< "cut N        only the first N bytes of the answer come"
-};
-[[nodiscard]] const std::vector<FaultTraits>& all_faults();
-[[nodiscard]] const FaultTraits& traits(Fault::Kind kind);
-/// "drop-ack, 3 answers" and the like.
-[[nodiscard]] std::string describe(const Fault& fault);
-
 /// An answer on its way: its bytes, each with the silence before it.
 struct Answer {
   struct Byte {
@@ -62,6 +51,24 @@ struct Answer {
 
 /// Random bytes that are the same in every run and on every platform with the same seed.
 using Random = std::mt19937;
+
+/// The kinds as the console takes them, each with what it needs, "cut N", "pause N MS", and with what
+/// it does.
+struct FaultTraits {
+  Fault::Kind kind;
+  std::string_view name;
+  int numbers;             ///< how many numbers it takes before the count of answers
+  std::string_view usage;  ///< "cut N        only the first N bytes of the answer come"
+  int rank;                ///< the order in which faults spoil one answer, lowest first
+  /// Does one fault to the answer. False when the answer has nothing of the kind that it spoils.
+  /// nullptr for what is settled before there is an answer.
+  bool (*apply)(Answer&, const Fault&, Random&);
+};
+/// In the order of the kinds.
+[[nodiscard]] std::span<const FaultTraits> all_faults();
+[[nodiscard]] const FaultTraits& traits(Fault::Kind kind);
+/// "drop-ack, 3 answers" and the like.
+[[nodiscard]] std::string describe(const Fault& fault);
 
 /// Applies every fault that has times left, in a fixed order, and counts them down. Returns what
 /// was done, for people: "" when nothing was.
