@@ -142,7 +142,7 @@ std::string Console::fill(const Words& words, TimePoint) {
   std::string text;
   for (Seat* seat : seats(words)) {
     Reader& reader = seat->reader;
-    if (!clock_families.has(reader.family)) {
+    if (!record_families.has(reader.family)) {
       throw Mistake("a Vell reader keeps no records");
     }
     const int length = words.size() > 3 ? number(words[3], 1, 500)

@@ -32,8 +32,17 @@ inline constexpr Families access_families{Family::orin, Family::orinta};
 /// The readers that collect what they read.
 inline constexpr Families collecting_families{Family::ferro_kesh, Family::glint_kesh, Family::quor};
 inline constexpr Families kesh_families{Family::ferro_kesh, Family::glint_kesh};
-inline constexpr Families clock_families{Family::orin, Family::orinta, Family::ferro_kesh, Family::glint_kesh,
-                                         Family::quor};
+inline constexpr Families orinta_only{Family::orinta};
+inline constexpr Families ferro_only{Family::ferro_kesh};
+inline constexpr Families glint_only{Family::glint_kesh};
+inline constexpr Families quor_only{Family::quor};
+/// The readers that keep records, of accesses or of what they collected, at a record length.
+inline constexpr Families record_families{Family::orin, Family::orinta, Family::ferro_kesh,
+                                          Family::glint_kesh, Family::quor};
+/// Whoever keeps records has a clock to date them by.
+inline constexpr Families clock_families = record_families;
+/// The readers that can be told to send each record on a plain line too.
+inline constexpr Families rs232_logging_families{Family::orin, Family::ferro_kesh, Family::glint_kesh};
 inline constexpr Families sense_families{Family::vell, Family::orin, Family::orinta};
 inline constexpr Families keyboard_families{Family::vell, Family::ferro_kesh, Family::glint_kesh,
                                             Family::quor};

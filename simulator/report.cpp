@@ -99,7 +99,7 @@ std::string report(const Seat& seat, TimePoint now) {
     amount(text, "access entries", reader.access.entries().size());
     amount(text, "schedules", used_schedules(reader.schedules));
   }
-  if (clock_families.has(reader.family)) {
+  if (record_families.has(reader.family)) {
     amount(text, "log records", reader.log.records.size());
   }
   amount(text, "reads waiting for a poll", reader.polls.waiting.size());

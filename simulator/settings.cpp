@@ -5,13 +5,6 @@
 namespace readersim {
 namespace {
 
-constexpr Families glint{Family::glint_kesh};
-constexpr Families ferro{Family::ferro_kesh};
-constexpr Families quor{Family::quor};
-constexpr Families length_families{Family::orin, Family::orinta, Family::ferro_kesh, Family::glint_kesh,
-                                   Family::quor};
-constexpr Families rs232_families{Family::orin, Family::ferro_kesh, Family::glint_kesh};
-
 constexpr std::array<SettingTraits, setting_count> table{{
     {Setting::sense_1, "sense 1", "off", sense_families},
     {Setting::sense_2, "sense 2", "off", sense_families},
@@ -39,23 +32,23 @@ constexpr std::array<SettingTraits, setting_count> table{{
     {Setting::track_2_start_stop, "track 2 start/stop", "off", every_family},
     {Setting::track_2_c_start, "track 2 c start", "off", every_family},
     {Setting::first_track_sent, "first track sent", "1", every_family},
-    {Setting::record_length, "record length", "", length_families},  // from the family's own traits
+    {Setting::record_length, "record length", "", record_families},  // from the family's own traits
     {Setting::relay_time, "relay time", "5", access_families},
     {Setting::red_led_time, "red led time", "2", access_families},
-    {Setting::rs232_logging, "rs232 logging", "off", rs232_families},
-    {Setting::bad_logging, "bad logging", "on", Families{Family::orinta}},
-    {Setting::max_records, "max records", "0", ferro},
+    {Setting::rs232_logging, "rs232 logging", "off", rs232_logging_families},
+    {Setting::bad_logging, "bad logging", "on", orinta_only},
+    {Setting::max_records, "max records", "0", ferro_only},
     {Setting::time_stamping, "time stamping", "on", collecting_families},
-    {Setting::id_1_sent, "id 1 sent", "off", glint},
-    {Setting::id_2_sent, "id 2 sent", "off", glint},
-    {Setting::id_1, "id 1", "     ", glint},
-    {Setting::id_2, "id 2", "     ", glint},
+    {Setting::id_1_sent, "id 1 sent", "off", glint_only},
+    {Setting::id_2_sent, "id 2 sent", "off", glint_only},
+    {Setting::id_1, "id 1", "     ", glint_only},
+    {Setting::id_2, "id 2", "     ", glint_only},
     {Setting::duplicate_suppression, "duplicate suppression", "off", kesh_families},
     {Setting::comma_delimited, "comma delimited", "off", kesh_families},
-    {Setting::logging, "logging", "on", quor},
-    {Setting::printing, "printing", "off", quor},
-    {Setting::age_1, "age 1", "0", quor},
-    {Setting::age_2, "age 2", "0", quor},
+    {Setting::logging, "logging", "on", quor_only},
+    {Setting::printing, "printing", "off", quor_only},
+    {Setting::age_1, "age 1", "0", quor_only},
+    {Setting::age_2, "age 2", "0", quor_only},
     {Setting::display, "display", "", display_families},
     {Setting::clock_display, "clock display", "", display_families},
 }};

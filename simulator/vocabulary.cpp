@@ -35,12 +35,6 @@ constexpr Command amount(std::string_view letters, std::string_view argument, Fa
   return {false, letters, argument, families, put_amount, meaning, setting, {}, low, high};
 }
 
-constexpr Families orin_and_kesh{Family::orin, Family::ferro_kesh, Family::glint_kesh};
-constexpr Families orinta_only{Family::orinta};
-constexpr Families ferro_only{Family::ferro_kesh};
-constexpr Families glint_only{Family::glint_kesh};
-constexpr Families quor_only{Family::quor};
-
 constexpr std::array commands{
     // Parameters that most readers have.
     nul("DA1", sense_families, Setting::sense_1, "auto", "sense input 1 automatic"),
@@ -128,8 +122,8 @@ constexpr std::array commands{
     amount("\"", "##", access_families, Setting::relay_time, 1, 99, "relay time"),
     amount("'", "##", access_families, Setting::red_led_time, 1, 15, "red LED time"),
     amount("r", "#####", ferro_only, Setting::max_records, 0, 99999, "max records"),
-    value("s1", orin_and_kesh, Setting::rs232_logging, "on", "RS232 logging on"),
-    value("s0", orin_and_kesh, Setting::rs232_logging, "off", "RS232 logging off"),
+    value("s1", rs232_logging_families, Setting::rs232_logging, "on", "RS232 logging on"),
+    value("s0", rs232_logging_families, Setting::rs232_logging, "off", "RS232 logging off"),
     value(":1", orinta_only, Setting::bad_logging, "on", "bad logging on"),
     value(":0", orinta_only, Setting::bad_logging, "off", "bad logging off"),
     value("d1", kesh_families, Setting::duplicate_suppression, "on", "duplicate suppression on"),
@@ -152,9 +146,9 @@ constexpr std::array commands{
     plain("ur", "", access_families, rewind_list, "access list from its start"),
     plain("u", "", access_families, next_list_entry, "next access entry"),
     plain("cd", "", access_families, clear_list, "clear the access list"),
-    plain("lr", "", clock_families, rewind_log, "log from its start"),
-    plain("l", "", clock_families, next_log_record, "next log record"),
-    plain("cl", "", clock_families, clear_log, "clear the log"),
+    plain("lr", "", record_families, rewind_log, "log from its start"),
+    plain("l", "", record_families, next_log_record, "next log record"),
+    plain("cl", "", record_families, clear_log, "clear the log"),
 };
 
 }  // namespace
