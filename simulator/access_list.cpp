@@ -1,6 +1,6 @@
 #include "simulator/access_list.h"
 
-#include <algorithm>
+#include "simulator/digits.h"
 
 namespace readersim {
 namespace {
@@ -9,16 +9,12 @@ bool is_number(int number) {
   return number >= 1 && number <= 99;
 }
 
-int two(std::string_view text, std::size_t at) {
-  return (text[at] - '0') * 10 + (text[at + 1] - '0');
-}
-
 bool is_time(std::string_view hhmm) {
-  return two(hhmm, 0) < 24 && two(hhmm, 2) < 60;
+  return two_digits(hhmm, 0) < 24 && two_digits(hhmm, 2) < 60;
 }
 
 int minutes(std::string_view hhmm) {
-  return two(hhmm, 0) * 60 + two(hhmm, 2);
+  return two_digits(hhmm, 0) * 60 + two_digits(hhmm, 2);
 }
 
 bool within(std::string_view times, int minute) {
@@ -54,8 +50,7 @@ void AccessList::clear() {
 }
 
 bool Schedules::put_day(int number, int day, std::string_view times) {
-  const bool digits = std::all_of(times.begin(), times.end(), [](char c) { return c >= '0' && c <= '9'; });
-  if (!is_number(number) || day < 1 || day > 7 || times.size() != 8 || !digits ||
+  if (!is_number(number) || day < 1 || day > 7 || times.size() != 8 || !all_digits(times) ||
       !is_time(times.substr(0, 4)) || !is_time(times.substr(4, 4))) {
     return false;
   }

@@ -1,6 +1,6 @@
 #include "simulator/answer.h"
 
-#include "simulator/ears.h"
+#include "simulator/wire.h"
 
 #include <algorithm>
 #include <string_view>
@@ -30,8 +30,7 @@ Answer answer_for(const Reader& reader, const Verdict& verdict, bool network) {
       answer = network ? of(std::string{ack, stx} + verdict.data + etx) : of(verdict.data + cr);
       break;
     case Verdict::Kind::poll:
-      answer = of(std::string{ack, static_cast<char>(reader.address + 0x80), verdict.poll_state} +
-                  verdict.data + etx);
+      answer = of(std::string{ack, address_byte(reader.address), verdict.poll_state} + verdict.data + etx);
       answer.address_at = 1;
       break;
   }

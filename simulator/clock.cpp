@@ -1,6 +1,7 @@
 #include "simulator/clock.h"
 
-#include <algorithm>
+#include "simulator/digits.h"
+
 #include <array>
 #include <cstdio>
 
@@ -17,10 +18,6 @@ constexpr int epoch_weekday = 5;  // a Saturday, counted from Monday 0
 // The two-digit year comes round after a hundred years; 2000 to 2099 hold 36525 days.
 constexpr days century{36525};
 
-int two(std::string_view text, std::size_t at) {
-  return (text[at] - '0') * 10 + (text[at + 1] - '0');
-}
-
 int natural_weekday(days since_epoch) {
   return static_cast<int>((since_epoch.count() + epoch_weekday) % 7);
 }
@@ -28,19 +25,18 @@ int natural_weekday(days since_epoch) {
 }  // namespace
 
 bool Clock::set(std::string_view text, TimePoint now) {
-  const bool digits = std::all_of(text.begin(), text.end(), [](char c) { return c >= '0' && c <= '9'; });
-  if (text.size() != 13 || !digits || text[12] < '1' || text[12] > '7') {
+  if (text.size() != 13 || !all_digits(text) || text[12] < '1' || text[12] > '7') {
     return false;
   }
-  const std::chrono::year_month_day date{std::chrono::year{2000 + two(text, 0)},
-                                         std::chrono::month{static_cast<unsigned>(two(text, 2))},
-                                         std::chrono::day{static_cast<unsigned>(two(text, 4))}};
-  if (!date.ok() || two(text, 6) > 23 || two(text, 8) > 59 || two(text, 10) > 59) {
+  const std::chrono::year_month_day date{std::chrono::year{2000 + two_digits(text, 0)},
+                                         std::chrono::month{static_cast<unsigned>(two_digits(text, 2))},
+                                         std::chrono::day{static_cast<unsigned>(two_digits(text, 4))}};
+  if (!date.ok() || two_digits(text, 6) > 23 || two_digits(text, 8) > 59 || two_digits(text, 10) > 59) {
     return false;
   }
   const days since = sys_days{date} - epoch;
-  base_ =
-      since + std::chrono::hours{two(text, 6)} + std::chrono::minutes{two(text, 8)} + seconds{two(text, 10)};
+  base_ = since + std::chrono::hours{two_digits(text, 6)} + std::chrono::minutes{two_digits(text, 8)} +
+          seconds{two_digits(text, 10)};
   set_at_ = now;
   weekday_shift_ = ((text[12] - '1') - natural_weekday(since) + 7) % 7;
   return true;

@@ -24,6 +24,8 @@ struct Command {
   std::string_view value{};  ///< for put_value
   int low = 0;               ///< for put_amount: the least and greatest value the reader takes
   int high = INT_MAX;
+  Lamp Reader::*lamp = nullptr;  ///< for set_lamp
+  Lamp::State state{};
 };
 
 /// Every command of every family.
@@ -40,12 +42,7 @@ Verdict put_amount(Reader&, const Command&, std::string_view, TimePoint);
 Verdict put_text(Reader&, const Command&, std::string_view, TimePoint);
 Verdict identify(Reader&, const Command&, std::string_view, TimePoint);
 Verdict reset_reader(Reader&, const Command&, std::string_view, TimePoint);
-Verdict red_on(Reader&, const Command&, std::string_view, TimePoint);
-Verdict red_off(Reader&, const Command&, std::string_view, TimePoint);
-Verdict red_blink(Reader&, const Command&, std::string_view, TimePoint);
-Verdict green_on(Reader&, const Command&, std::string_view, TimePoint);
-Verdict green_off(Reader&, const Command&, std::string_view, TimePoint);
-Verdict green_blink(Reader&, const Command&, std::string_view, TimePoint);
+Verdict set_lamp(Reader&, const Command&, std::string_view, TimePoint);
 Verdict close_relay(Reader&, const Command&, std::string_view, TimePoint);
 Verdict sound(Reader&, const Command&, std::string_view, TimePoint);
 Verdict set_mode(Reader&, const Command&, std::string_view, TimePoint);

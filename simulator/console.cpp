@@ -3,6 +3,7 @@
 #include "simulator/fabricate.h"
 #include "simulator/report.h"
 #include "simulator/trace.h"
+#include "simulator/wire.h"
 #include "simulator/words.h"
 
 #include <algorithm>
@@ -85,7 +86,7 @@ std::string Console::obey(std::string_view line, TimePoint now) {
 
 std::vector<Seat*> Console::seats(const Words& words) const {
   std::vector<Seat*> found;
-  const int address = words[1] == "all" ? -1 : number(words[1], 0, 126);
+  const int address = words[1] == "all" ? -1 : number(words[1], 0, highest_address);
   for (const auto& seat : line_.seats()) {
     if (address < 0 || seat->reader.address == address) {
       found.push_back(seat.get());

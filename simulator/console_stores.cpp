@@ -4,6 +4,7 @@
 #include "simulator/fabricate.h"
 #include "simulator/report.h"
 #include "simulator/trace.h"
+#include "simulator/wire.h"
 #include "simulator/words.h"
 
 #include <algorithm>
@@ -34,7 +35,7 @@ void set_mode(Reader& reader, const std::string& word) {
 /// What has a type of its own in the reader. False when the name is none of these.
 bool set_own(Reader& reader, const std::string& name, const std::string& value, TimePoint now) {
   if (name == "address") {
-    reader.address = number(value, 0, 126);
+    reader.address = number(value, 0, highest_address);
   } else if (name == "protocol") {
     reader.protocol_mode = on_or_off(value);
   } else if (name == "mode") {

@@ -1,5 +1,7 @@
 #include "simulator/ears.h"
 
+#include "simulator/wire.h"
+
 #include <utility>
 
 namespace readersim {
@@ -8,16 +10,8 @@ namespace {
 // A line that never ends would grow for ever; no command is anywhere near this long.
 constexpr std::size_t longest_pending = 4096;
 
-bool is_address(char byte) {
-  return static_cast<unsigned char>(byte) >= 0x80;
-}
-
-int address_of(char byte) {
-  return static_cast<unsigned char>(byte) - 0x80;
-}
-
 bool ends_in_address(std::string_view bytes) {
-  return !bytes.empty() && is_address(bytes.back());
+  return !bytes.empty() && is_address_byte(bytes.back());
 }
 
 Heard frame(Heard::Kind kind, std::string bytes) {
@@ -80,7 +74,7 @@ std::vector<Heard> PlainEar::hear(std::string_view bytes) {
     }
     pending_ += byte;
     if (pending_.size() == 2) {
-      in_frame_ = is_address(pending_[0]) && byte == stx;
+      in_frame_ = is_address_byte(pending_[0]) && byte == stx;
     }
     if (in_frame_ && byte == etx) {
       heard.push_back(frame(Heard::Kind::foreign, std::exchange(pending_, {})));

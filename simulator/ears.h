@@ -6,11 +6,6 @@
 
 namespace readersim {
 
-inline constexpr char stx = '\x02';
-inline constexpr char etx = '\x03';
-inline constexpr char ack = '\x06';
-inline constexpr char cr = '\r';
-
 /// One thing made out in the stream of bytes from the host.
 struct Heard {
   enum class Kind {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "simulator/time_point.h"
+#include "simulator/wire.h"
 
 #include <string>
 
@@ -14,7 +15,7 @@ struct Event {
     note,   ///< anything else: a card, a hang-up
   };
   static constexpr int nobody = -1;
-  static constexpr int everybody = 127;
+  static constexpr int everybody = readersim::everybody;
 
   TimePoint at{0};
   Kind kind = Kind::note;

@@ -1,12 +1,12 @@
 #include "simulator/fault.h"
 
+#include "simulator/wire.h"
+
 #include <algorithm>
 #include <array>
 
 namespace readersim {
 namespace {
-
-constexpr char nak = '\x15';
 
 std::vector<Answer::Byte> random_bytes(int count, Random& random) {
   std::vector<Answer::Byte> bytes;
@@ -89,7 +89,7 @@ bool other_address(Answer& answer, const Fault& fault, Random&) {
   if (!answer.address_at) {
     return false;
   }
-  answer.bytes.at(*answer.address_at).byte = static_cast<char>(fault.n + 0x80);
+  answer.bytes.at(*answer.address_at).byte = address_byte(fault.n);
   return true;
 }
 

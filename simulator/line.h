@@ -6,6 +6,7 @@
 #include "simulator/seat.h"
 #include "simulator/time_point.h"
 #include "simulator/verdict.h"
+#include "simulator/wire.h"
 
 #include <cstdint>
 #include <deque>
@@ -33,7 +34,7 @@ class Line {
     std::string bytes;
     bool hang_up = false;
   };
-  static constexpr std::size_t most_readers = 127;  ///< one for each address
+  static constexpr std::size_t most_readers = highest_address + 1;  ///< one for each address
 
   explicit Line(Options options);
   Line() : Line(Options{}) {}

@@ -1,4 +1,5 @@
 #include "simulator/command.h"
+#include "simulator/digits.h"
 
 #include <algorithm>
 
@@ -22,8 +23,7 @@ Verdict letter(char verdict, std::string meaning) {
 }
 
 bool digits(std::string_view text, std::size_t from, std::size_t count) {
-  return text.size() >= from + count &&
-         text.substr(from, count).find_first_not_of("0123456789") == std::string_view::npos;
+  return text.size() >= from + count && all_digits(text.substr(from, count));
 }
 
 /// An identifier as the reader keeps it: cut or blank-padded to its record length.

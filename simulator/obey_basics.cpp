@@ -1,4 +1,5 @@
 #include "simulator/command.h"
+#include "simulator/wire.h"
 
 namespace readersim {
 namespace {
@@ -39,28 +40,8 @@ Verdict reset_reader(Reader& reader, const Command& row, std::string_view, TimeP
   return done(row.meaning);
 }
 
-Verdict red_on(Reader& reader, const Command& row, std::string_view argument, TimePoint now) {
-  return light(reader.red, Lamp::State::on, row, argument, now);
-}
-
-Verdict red_off(Reader& reader, const Command& row, std::string_view argument, TimePoint now) {
-  return light(reader.red, Lamp::State::off, row, argument, now);
-}
-
-Verdict red_blink(Reader& reader, const Command& row, std::string_view argument, TimePoint now) {
-  return light(reader.red, Lamp::State::blinking, row, argument, now);
-}
-
-Verdict green_on(Reader& reader, const Command& row, std::string_view argument, TimePoint now) {
-  return light(reader.green, Lamp::State::on, row, argument, now);
-}
-
-Verdict green_off(Reader& reader, const Command& row, std::string_view argument, TimePoint now) {
-  return light(reader.green, Lamp::State::off, row, argument, now);
-}
-
-Verdict green_blink(Reader& reader, const Command& row, std::string_view argument, TimePoint now) {
-  return light(reader.green, Lamp::State::blinking, row, argument, now);
+Verdict set_lamp(Reader& reader, const Command& row, std::string_view argument, TimePoint now) {
+  return light(reader.*row.lamp, row.state, row, argument, now);
 }
 
 Verdict close_relay(Reader& reader, const Command& row, std::string_view argument, TimePoint now) {
@@ -99,7 +80,7 @@ Verdict protocol_off(Reader& reader, const Command& row, std::string_view, TimeP
 
 Verdict set_address(Reader& reader, const Command& row, std::string_view argument, TimePoint) {
   const int address = number_in(argument);
-  if (address > 126) {
+  if (address > highest_address) {
     return {};
   }
   reader.address = address;

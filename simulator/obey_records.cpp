@@ -1,13 +1,13 @@
 #include "simulator/command.h"
+#include "simulator/wire.h"
 
 #include <array>
 
 namespace readersim {
 namespace {
 
-constexpr char soh = '\x01';
-constexpr char nothing_new = '\x02';
-constexpr char eot = '\x04';
+// What a poll reply says of the records behind it, soh and eot aside.
+constexpr char nothing_new = stx;
 
 }  // namespace
 

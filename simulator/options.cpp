@@ -1,6 +1,7 @@
 #include "simulator/options.h"
 
 #include "simulator/console.h"
+#include "simulator/wire.h"
 #include "simulator/words.h"
 
 #include <algorithm>
@@ -63,8 +64,9 @@ std::vector<int> addresses(const std::string& list) {
     const std::size_t end = std::min(list.find(',', at), list.size());
     const std::string range = list.substr(at, end - at);
     const std::size_t dash = range.find('-');
-    const int first = number(range.substr(0, dash), 0, 126);
-    const int last = dash == std::string::npos ? first : number(range.substr(dash + 1), first, 126);
+    const int first = number(range.substr(0, dash), 0, highest_address);
+    const int last =
+        dash == std::string::npos ? first : number(range.substr(dash + 1), first, highest_address);
     for (int address = first; address <= last; ++address) {
       if (std::find(result.begin(), result.end(), address) == result.end()) {
         result.push_back(address);

@@ -25,6 +25,14 @@ constexpr Command plain(std::string_view letters, std::string_view argument, Fam
   return {false, letters, argument, families, handler, meaning};
 }
 
+constexpr Command lamp(std::string_view letters, Lamp Reader::*which, Lamp::State state,
+                       std::string_view meaning) {
+  Command row{false, letters, "##", every_family, set_lamp, meaning};
+  row.lamp = which;
+  row.state = state;
+  return row;
+}
+
 constexpr Command value(std::string_view letters, Families families, Setting setting, std::string_view value,
                         std::string_view meaning) {
   return {false, letters, "", families, put_value, meaning, setting, value};
@@ -97,12 +105,12 @@ constexpr std::array commands{
 
     // Diagnostics.
     plain("V", "", every_family, identify, "identification"),
-    plain("}", "##", every_family, red_on, "red LED on"),
-    plain("{", "##", every_family, red_off, "red LED off"),
-    plain(")", "##", every_family, red_blink, "red LED blinks"),
-    plain("]", "##", every_family, green_on, "green LED on"),
-    plain("[", "##", every_family, green_off, "green LED off"),
-    plain(">", "##", every_family, green_blink, "green LED blinks"),
+    lamp("}", &Reader::red, Lamp::State::on, "red LED on"),
+    lamp("{", &Reader::red, Lamp::State::off, "red LED off"),
+    lamp(")", &Reader::red, Lamp::State::blinking, "red LED blinks"),
+    lamp("]", &Reader::green, Lamp::State::on, "green LED on"),
+    lamp("[", &Reader::green, Lamp::State::off, "green LED off"),
+    lamp(">", &Reader::green, Lamp::State::blinking, "green LED blinks"),
     plain("!", "##", relay_families, close_relay, "relay"),
     plain("&", "##", every_family, sound, "speaker"),
     Command{false, "D", "*", display_families, put_text, "display", Setting::display},
