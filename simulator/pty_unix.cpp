@@ -1,19 +1,17 @@
+#include "simulator/pty.h"
+#include "simulator/pty_descriptor.h"
+#include "simulator/pty_openings.h"
+
+#include <array>
+#include <cerrno>
+#include <cstdio>
+#include <cstdlib>
 #include <fcntl.h>
 #include <sys/ioctl.h>
 #include <sys/stat.h>
+#include <system_error>
 #include <termios.h>
 #include <unistd.h>
-#ifdef __linux__
-#include <sys/inotify.h>
-#endif
-
-#include "simulator/pty.h"
-
-#include <algorithm>
-#include <array>
-#include <cerrno>
-#include <cstdlib>
-#include <system_error>
 #include <utility>
 
 namespace readersim {
@@ -25,28 +23,6 @@ constexpr std::size_t most_left_over = 65536;
 [[noreturn]] void fail(const char* what) {
   throw std::system_error{errno, std::generic_category(), what};
 }
-
-class Descriptor {
- public:
-  Descriptor() = default;
-  explicit Descriptor(int number) : number_(number) {}
-  Descriptor(const Descriptor&) = delete;
-  Descriptor(Descriptor&&) = delete;
-  Descriptor& operator=(const Descriptor&) = delete;
-  Descriptor& operator=(Descriptor&& other) noexcept {
-    std::swap(number_, other.number_);
-    return *this;
-  }
-  ~Descriptor() {
-    if (number_ >= 0) {
-      ::close(number_);
-    }
-  }
-  [[nodiscard]] int get() const { return number_; }
-
- private:
-  int number_ = -1;
-};
 
 bool is_link(const std::string& path) {
   struct stat status {};
@@ -71,14 +47,11 @@ struct PseudoTerminal::Parts {
   std::string path;
   Descriptor master;
   Descriptor slave;  // held open so that the line outlives a program that closes its end
-  Descriptor watch;
-  int openings = 0;  // how many programs have the line open; counted where the platform tells
-  bool counts_openings = false;
+  Openings openings;
   std::string left_over;
 
   void open();
   void place_link() const;
-  void start_watch();
   bool flush();
 };
 
@@ -120,15 +93,6 @@ void PseudoTerminal::Parts::place_link() const {
   }
 }
 
-void PseudoTerminal::Parts::start_watch() {
-  openings = 0;
-#ifdef __linux__
-  watch = Descriptor{::inotify_init1(IN_NONBLOCK | IN_CLOEXEC)};
-  counts_openings =
-      watch.get() >= 0 && ::inotify_add_watch(watch.get(), path.c_str(), IN_OPEN | IN_CLOSE) >= 0;
-#endif
-}
-
 /// False when bytes are left over.
 bool PseudoTerminal::Parts::flush() {
   while (!left_over.empty()) {
@@ -155,7 +119,7 @@ void PseudoTerminal::plug() {
     return;
   }
   parts_->open();
-  parts_->start_watch();
+  parts_->openings.watch(parts_->path);
   parts_->place_link();  // last: whoever waits for the link finds everything ready
 }
 
@@ -166,7 +130,7 @@ void PseudoTerminal::unplug() {
   if (!parts_->link.empty() && target(parts_->link) == parts_->path) {
     ::unlink(parts_->link.c_str());
   }
-  parts_->watch = Descriptor{};
+  parts_->openings.stop();
   parts_->slave = Descriptor{};
   parts_->master = Descriptor{};
   parts_->path.clear();
@@ -186,8 +150,8 @@ std::vector<int> PseudoTerminal::descriptors() const {
   if (plugged()) {
     all.push_back(parts_->master.get());
   }
-  if (plugged() && parts_->watch.get() >= 0) {
-    all.push_back(parts_->watch.get());
+  if (plugged() && parts_->openings.descriptor() >= 0) {
+    all.push_back(parts_->openings.descriptor());
   }
   return all;
 }
@@ -203,14 +167,14 @@ std::string PseudoTerminal::read() {
   while (plugged() && (count = ::read(parts_->master.get(), some.data(), some.size())) > 0) {
     bytes.append(some.data(), static_cast<std::size_t>(count));
   }
-  if (!bytes.empty() && parts_->openings == 0) {
-    parts_->openings = 1;  // it was opened before the watch could tell
+  if (!bytes.empty()) {
+    parts_->openings.heard_somebody();
   }
   return bytes;
 }
 
 void PseudoTerminal::write(std::string_view bytes) {
-  const bool anybody = !parts_->counts_openings || parts_->openings > 0;
+  const bool anybody = !parts_->openings.counted() || parts_->openings.count() > 0;
   if (plugged() && anybody && parts_->left_over.size() < most_left_over) {
     parts_->left_over += bytes;
   }
@@ -218,27 +182,18 @@ void PseudoTerminal::write(std::string_view bytes) {
 }
 
 std::string PseudoTerminal::notice() {
-  std::string noticed;
-#ifdef __linux__
-  alignas(inotify_event) std::array<char, 4096> buffer{};
-  ssize_t length = 0;
-  while (plugged() && (length = ::read(parts_->watch.get(), buffer.data(), buffer.size())) > 0) {
-    // The watch is on one file, so that no name follows an event: all have the same size.
-    const auto* events = reinterpret_cast<const inotify_event*>(buffer.data());
-    for (ssize_t i = 0; i < length / static_cast<ssize_t>(sizeof(inotify_event)); ++i) {
-      parts_->openings = std::max(0, parts_->openings + ((events[i].mask & IN_OPEN) != 0 ? 1 : -1));
-      noticed = parts_->openings > 0 ? "a program has the line open" : "no program has the line open";
-    }
+  if (!plugged() || !parts_->openings.look()) {
+    return {};
   }
-  if (!noticed.empty() && parts_->openings == 0) {
-    // As a real port does for its last closing: what was not read is gone, and so is the claim of a
-    // program that ended without giving it up.
-    parts_->left_over.clear();
-    ::tcflush(parts_->slave.get(), TCIFLUSH);
-    ::ioctl(parts_->slave.get(), TIOCNXCL);
+  if (parts_->openings.count() > 0) {
+    return "a program has the line open";
   }
-#endif
-  return noticed;
+  // As a real port does for its last closing: what was not read is gone, and so is the claim of a
+  // program that ended without giving it up.
+  parts_->left_over.clear();
+  ::tcflush(parts_->slave.get(), TCIFLUSH);
+  ::ioctl(parts_->slave.get(), TIOCNXCL);
+  return "no program has the line open";
 }
 
 int PseudoTerminal::host_baud() const {
