@@ -1,7 +1,7 @@
 #include "program_end_unix.h"
-#include "simulator/pty_server.h"
 #include "simulator/words.h"
 #include "support/bytes.h"
+#include "support/pty_server.h"
 
 #include <filesystem>
 #include <gtest/gtest.h>

@@ -4,10 +4,10 @@
 #include "link/qt_serial_port.h"
 #include "shell/main_window.h"
 #include "shell/program.h"
-#include "simulator/pty_server.h"
 #include "support/bytes.h"
 #include "support/pty.h"
 #include "support/pty_bench.h"
+#include "support/pty_server.h"
 #include "support/scripted_dialogs.h"
 #include "support/test_printer.h"
 

@@ -2,9 +2,9 @@
 // event loop, and once more at virtual time, where every byte of an answer can be spoilt in its turn.
 #include "link/frame.h"
 #include "link/reader_clock.h"
-#include "simulator/pty_server.h"
 #include "support/link_bench.h"
 #include "support/pty_bench.h"
+#include "support/pty_server.h"
 #include "support/sim_port.h"
 
 #include <algorithm>

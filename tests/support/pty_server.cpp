@@ -1,4 +1,5 @@
-#include "simulator/pty_server.h"
+#include "support/pty_server.h"
+
 #include "simulator/report.h"
 #include "simulator/words.h"
 
