@@ -102,8 +102,10 @@ TEST_F(reader_clock, the_pc_clock_goes_on_during_a_wait) {
 }
 
 TEST_F(reader_clock, stops_with_its_object) {
+  EXPECT_EQ(pump.running_tickers, 1);
   clock.reset();
-  pump.idle(5s);
+  EXPECT_EQ(pump.running_tickers, 0);
+  pump.idle(5s);  // nor does a tick come that was already due
 }
 
 // --- Set Date/Time --------------------------------------------------------------------------------

@@ -15,9 +15,11 @@ class TestTicker : public Ticker {
   void start() override {
     stop();
     state_->running = true;
+    ++pump_.running_tickers;
     schedule(state_->generation);
   }
   void stop() override {
+    pump_.running_tickers -= state_->running ? 1 : 0;
     state_->running = false;
     ++state_->generation;
   }

@@ -30,6 +30,7 @@ class TestPump : public EventPump {
   LocalTime clock;                   ///< what local_time() gives; stands still unless a test moves it
   std::vector<Milliseconds> sleeps;  ///< every pause, in order
   int yields = 0;
+  int running_tickers = 0;  ///< started and neither stopped nor gone
 
   void yield(Wake wake = Wake::byte_or_deadline) override;
   void sleep(Milliseconds pause) override;
