@@ -3,6 +3,9 @@
 #include "support/bytes.h"
 #include "support/pty_server.h"
 
+#include <QTest>
+
+#include <algorithm>
 #include <filesystem>
 #include <gtest/gtest.h>
 #include <sys/stat.h>
@@ -19,6 +22,12 @@ const std::string vell_reply = "VELL READER V3.20 S/N 001001\r";
 
 std::string scratch(const char* name) {
   return (std::filesystem::temp_directory_path() / (std::to_string(::getpid()) + name)).string();
+}
+
+bool has_answered(PtyServer& server) {
+  const std::vector<readersim::Event> events = server.events();
+  return std::any_of(events.begin(), events.end(),
+                     [](const auto& event) { return event.kind == readersim::Event::Kind::sent; });
 }
 
 TEST(PtyServer, answers_a_program_that_opens_its_path) {
@@ -85,8 +94,7 @@ TEST(PtyServer, a_program_at_another_speed_is_not_understood) {
   EXPECT_TRUE(bytes_equal(program.read(1, a_while), ""));
   program.set_speed(B9600);
   program.write("\0IB3\r"_bytes);
-  std::this_thread::sleep_for(a_while);
-  EXPECT_EQ(server.value(0, "line"), "1200 8N");
+  EXPECT_TRUE(QTest::qWaitFor([&server] { return server.value(0, "line") == "1200 8N"; }));
   program.write("V\r");
   EXPECT_TRUE(bytes_equal(program.read(1, a_while), ""));
   program.set_speed(B1200);
@@ -171,7 +179,7 @@ TEST(PtyServer, serves_a_program_that_reads_slowly_without_loss) {
   });
   const ProgramEnd program{server.path()};
   program.write("V\r");
-  std::this_thread::sleep_for(a_while);
+  EXPECT_TRUE(QTest::qWaitFor([&server] { return has_answered(server); }));
   std::string reply;
   while (reply.size() < 10001) {
     const std::string some = program.read(777, 1s);

@@ -13,6 +13,7 @@
 #include <QTest>
 #include <QTimer>
 
+#include <algorithm>
 #include <atomic>
 #include <thread>
 
@@ -216,28 +217,28 @@ TEST(term_line, none_is_lost_and_none_shown_twice_while_both_terminals_hand_the_
   // The full screen starts anew whenever it is activated: what it drew is collected just before.
   std::string shown;
   const auto terminal_text = [&bench] { return bench.received->text().toStdString(); };
-  const auto collect_page = [&] {
-    for (const char byte : full.captured()) {
-      shown += byte == '\xFF' ? "" : std::string(1, byte);
-    }
+  const auto page = [&full] {
+    std::string drawn = full.captured();
+    drawn.erase(std::remove(drawn.begin(), drawn.end(), '\xFF'), drawn.end());
+    return drawn;
   };
   int switches = 0;
   while (!done) {
     const std::string before = terminal_text();
     bench.window.activateWindow();
     ASSERT_TRUE(QTest::qWaitForWindowActive(&bench.window));
-    QTest::qWait(17);
-    collect_page();
+    EXPECT_TRUE(wait_until([&] { return terminal_text().size() > before.size() + 20 || done; }));
+    shown += page();
     full.activateWindow();
     ASSERT_TRUE(QTest::qWaitForWindowActive(&full));
     shown += terminal_text().substr(before.size());
-    QTest::qWait(33);
+    EXPECT_TRUE(wait_until([&] { return page().size() > 50 || done; }));
     ++switches;
   }
   far_end.join();
-  EXPECT_TRUE(wait_until([&] { return bench.program.services().link.bytes_waiting() == 0; }));
-  QTest::qWait(50);
-  collect_page();
+  EXPECT_TRUE(wait_until([&] { return shown.size() + page().size() >= sent.size(); }));
+  EXPECT_EQ(bench.program.services().link.bytes_waiting(), 0U);
+  shown += page();
   EXPECT_GT(switches, 10);
   EXPECT_TRUE(bytes_equal(shown, sent));
 }
