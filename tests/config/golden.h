@@ -7,8 +7,8 @@
 #include <utility>
 #include <vector>
 
-// What a button of a reader configuration screen must do, as rows that a person can hold beside the
-// description of the readers' commands. Each row runs through every mode of the line.
+// What a button of a reader configuration screen must do, as rows that read as a table of commands. Each row
+// runs through every mode of the line.
 
 namespace golden {
 

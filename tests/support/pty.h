@@ -49,6 +49,8 @@ class PtyListener {
  public:
   PtyListener(const Pty& pty, std::function<void(std::string_view)> on_bytes);
   ~PtyListener();
+  PtyListener(const PtyListener&) = delete;
+  PtyListener& operator=(const PtyListener&) = delete;
 
  private:
   std::atomic<bool> done_ = false;
