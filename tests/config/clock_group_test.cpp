@@ -11,7 +11,7 @@ using namespace std::chrono_literals;
 /// The three screens with the clock, and how their reading differs.
 struct ClockScreen {
   const char* name;
-  int menu;
+  ScreenCode code;
   bool port_first;
   bool asks_for_presence;
 };
@@ -21,7 +21,7 @@ void PrintTo(const ClockScreen& screen, std::ostream* out) {
 }
 
 struct ClockBench : ScreenBench {
-  explicit ClockBench(const ClockScreen& screen) : ScreenBench(screen.menu) {
+  explicit ClockBench(const ClockScreen& screen) : ScreenBench(screen.code) {
     pump.clock = {2001, 4, 15, 13, 5, 9, 7};
     pump.idle(1000ms);
   }
@@ -39,7 +39,7 @@ struct ClockBench : ScreenBench {
 class ClockOn : public testing::TestWithParam<ClockScreen> {};
 
 TEST_P(ClockOn, pc_clock_is_live_from_the_start) {
-  ScreenBench bench(GetParam().menu);
+  ScreenBench bench(GetParam().code);
   EXPECT_EQ(bench.control<QLabel>("current_date_time").text().size(), 20);
   EXPECT_EQ(bench.control<QLabel>("reader_date_time").text(), QString());
   bench.pump.clock = {1999, 12, 31, 23, 59, 58, 5};
@@ -75,8 +75,8 @@ TEST_P(ClockOn, reading_on_a_plain_line_shows_on_all_three_screens) {
   bench.port.answer("t\r", "010415130509\r");
   bench.press("read_date_time");
   EXPECT_TRUE(bytes_equal(bench.port.written(), screen.asks_for_presence ? "V\rt\r" : "t\r"));
-  for (const int menu : {2, 3, 4}) {
-    bench.click_menu(menu);
+  for (const ScreenCode code : {ScreenCode::orinparam, ScreenCode::keshsetup, ScreenCode::quorsetup}) {
+    bench.open(code);
     EXPECT_EQ(bench.shown("reader_date_time"), "04/15/2001  13:05:09");
   }
 }
@@ -140,9 +140,9 @@ TEST_P(ClockOn, what_a_reader_sends_is_shown_as_it_is) {
 }
 
 INSTANTIATE_TEST_SUITE_P(screens, ClockOn,
-                         testing::Values(ClockScreen{"orinparam", 2, true, true},
-                                         ClockScreen{"keshsetup", 3, false, false},
-                                         ClockScreen{"quorsetup", 4, true, true}),
+                         testing::Values(ClockScreen{"orinparam", ScreenCode::orinparam, true, true},
+                                         ClockScreen{"keshsetup", ScreenCode::keshsetup, false, false},
+                                         ClockScreen{"quorsetup", ScreenCode::quorsetup, true, true}),
                          [](const auto& test) { return std::string(test.param.name); });
 
 }  // namespace

@@ -7,8 +7,6 @@
 
 namespace {
 
-constexpr int diag_index = 9;
-
 struct Row {
   const char* caption;
   std::vector<std::string> payloads;
@@ -48,7 +46,7 @@ std::string on_network(const std::string& payload, char address = '\x85') {
 
 TEST(diag, every_button_sends_its_frame_on_a_plain_line_and_awaits_nothing) {
   WindowBench bench;
-  bench.click_menu(diag_index);
+  bench.open(ScreenCode::diag);
   for (const Row& row : rows()) {
     SCOPED_TRACE(row.caption);
     bench.port.writes.clear();
@@ -65,7 +63,7 @@ TEST(diag, every_button_sends_its_frame_on_a_plain_line_and_awaits_nothing) {
 TEST(diag, every_button_sends_its_frame_on_a_network_and_takes_the_acknowledge) {
   WindowBench bench;
   bench.use_network("5");
-  bench.click_menu(diag_index);
+  bench.open(ScreenCode::diag);
   bench.port.responder = [&bench](std::string_view) {
     bench.port.arrive("\x06", std::chrono::milliseconds(20));
   };
@@ -88,7 +86,7 @@ TEST(diag, every_button_sends_its_frame_on_a_network_and_takes_the_acknowledge) 
 TEST(diag, a_missing_acknowledge_is_told_once_for_every_command_that_awaits_one) {
   WindowBench bench;
   bench.use_network("5");
-  bench.click_menu(diag_index);
+  bench.open(ScreenCode::diag);
   for (const Row& row : rows()) {
     SCOPED_TRACE(row.caption);
     if (row.waits) {
@@ -104,7 +102,7 @@ TEST(diag, a_missing_acknowledge_is_told_once_for_every_command_that_awaits_one)
 TEST(diag, a_broadcast_goes_out_and_waits_for_its_acknowledge_like_any_other) {
   WindowBench bench;
   bench.use_network("127");
-  bench.click_menu(diag_index);
+  bench.open(ScreenCode::diag);
   bench.dialogs.expect_message("Reader does not acknowledge command");
   bench.click("Red Led On");
   EXPECT_TRUE(bytes_equal(bench.port.written(), on_network("}00", '\xFF')));
@@ -113,7 +111,7 @@ TEST(diag, a_broadcast_goes_out_and_waits_for_its_acknowledge_like_any_other) {
 TEST(diag, reset_reader_on_a_network_returns_at_once_without_a_message) {
   WindowBench bench;
   bench.use_network("5");
-  bench.click_menu(diag_index);
+  bench.open(ScreenCode::diag);
   bench.click("Reset Reader");
   EXPECT_EQ(bench.pump.elapsed(), std::chrono::milliseconds(0));
   EXPECT_TRUE(bytes_equal(bench.port.written(), on_network("\0U"_bytes)));
@@ -121,7 +119,7 @@ TEST(diag, reset_reader_on_a_network_returns_at_once_without_a_message) {
 
 TEST(diag, reader_identification_shows_the_reply_in_a_read_only_box) {
   WindowBench bench;
-  bench.click_menu(diag_index);
+  bench.open(ScreenCode::diag);
   bench.port.responder = [&bench](std::string_view) {
     bench.port.arrive("ORIN V2.10 SN000123\r", std::chrono::milliseconds(20));
   };
@@ -133,7 +131,7 @@ TEST(diag, reader_identification_shows_the_reply_in_a_read_only_box) {
 TEST(diag, reader_identification_of_127_on_a_network_leaves_the_box_empty) {
   WindowBench bench;
   bench.use_network("127");
-  bench.click_menu(diag_index);
+  bench.open(ScreenCode::diag);
   bench.find<QLineEdit>("Text4")->setText(QStringLiteral("an earlier reader"));
   bench.dialogs.expect_message("Cannot read from unit 127");
   bench.click("Reader Identification");
@@ -142,7 +140,7 @@ TEST(diag, reader_identification_of_127_on_a_network_leaves_the_box_empty) {
 
 TEST(diag, buttons_stay_clickable_during_an_identification) {
   WindowBench bench;
-  bench.click_menu(diag_index);
+  bench.open(ScreenCode::diag);
   bench.pump.after(
       std::chrono::milliseconds(50), [&bench] { bench.click("Test Relay"); }, true);
   bench.dialogs.expect_message("Reader is not Connected");
@@ -152,7 +150,7 @@ TEST(diag, buttons_stay_clickable_during_an_identification) {
 
 TEST(diag, enter_on_the_freshly_opened_screen_resets_no_reader) {
   WindowBench bench;
-  bench.click_menu(diag_index);
+  bench.open(ScreenCode::diag);
   ASSERT_EQ(bench.window.focusWidget(), bench.button("Reader Identification"));
   bench.dialogs.expect_message("Reader is not Connected");
   QTest::keyClick(bench.window.focusWidget(), Qt::Key_Return);

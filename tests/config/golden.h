@@ -1,5 +1,7 @@
 #pragma once
 
+#include "shell/screen_table.h"
+
 #include <chrono>
 #include <gtest/gtest.h>
 #include <ostream>
@@ -26,7 +28,7 @@ enum class FirstLook { address, port };
 
 struct Row {
   std::string name;
-  int menu = 0;                                                 ///< entry of the screen, counted from 0
+  ScreenCode screen = ScreenCode::none;
   std::string button;                                           ///< object name on that screen
   std::vector<std::pair<std::string, std::string>> boxes = {};  ///< typed before the click
   std::vector<std::string> choices = {};                        ///< options and check boxes clicked before

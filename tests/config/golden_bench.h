@@ -21,7 +21,7 @@ using Frames = std::vector<std::string>;
 /// The window on the screen of a row, its boxes filled and its choices made as a person does.
 struct Bench : WindowBench {
   explicit Bench(const Row& golden_row, bool port_opens = true) : WindowBench(port_opens), row(golden_row) {
-    click_menu(row.menu);
+    open(row.screen);
     for (const auto& [box, text] : row.boxes) {
       QTest::keyClicks(control(box), QString::fromStdString(text));
     }

@@ -14,7 +14,7 @@ constexpr const char* warning = "This will delete all data in the reader\rDo you
 
 Row kesh(const char* name, const char* button) {
   return {.name = name,
-          .menu = 3,
+          .screen = ScreenCode::keshsetup,
           .button = button,
           .acknowledge = Acknowledge::one_address,
           .first_look = FirstLook::port};

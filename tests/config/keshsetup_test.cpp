@@ -4,10 +4,8 @@
 
 namespace {
 
-constexpr int kesh_setup = 3;
-
 TEST(keshsetup, boxes_start_empty_with_their_lengths_and_key_filters) {
-  ScreenBench bench(kesh_setup);
+  ScreenBench bench(ScreenCode::keshsetup);
   expect_box(bench, {"Text20", "Max Records", 5, true});
   expect_box(bench, {"Text21", "Record Length", 3, true});
   expect_box(bench, {"Text19", "Record Length", 2, true});
@@ -16,7 +14,7 @@ TEST(keshsetup, boxes_start_empty_with_their_lengths_and_key_filters) {
 }
 
 TEST(keshsetup, starts_with_time_stamping_on_kesh_mode_and_everything_else_off) {
-  ScreenBench bench(kesh_setup);
+  ScreenBench bench(ScreenCode::keshsetup);
   for (const char* const on : {"ferro_time_stamping_0", "glint_time_stamping_0", "kesh_rs232_logging_1",
                                "duplicate_read_1", "comma_delimited_1", "kesh_mode_1"}) {
     EXPECT_TRUE(bench.checked(on)) << on;
@@ -29,7 +27,7 @@ TEST(keshsetup, starts_with_time_stamping_on_kesh_mode_and_everything_else_off) 
 }
 
 TEST(keshsetup, a_choice_in_one_frame_leaves_the_other_frames_alone) {
-  ScreenBench bench(kesh_setup);
+  ScreenBench bench(ScreenCode::keshsetup);
   bench.choose("ferro_time_stamping_1");
   bench.choose("duplicate_read_0");
   EXPECT_TRUE(bench.checked("ferro_time_stamping_1"));
@@ -41,7 +39,7 @@ TEST(keshsetup, a_choice_in_one_frame_leaves_the_other_frames_alone) {
 }
 
 TEST(keshsetup, fits_the_window) {
-  ScreenBench bench(kesh_setup);
+  ScreenBench bench(ScreenCode::keshsetup);
   expect_fits(bench);
 }
 
@@ -63,7 +61,7 @@ TEST(keshsetup, general_values_out_of_range_send_nothing) {
       {"set_glint_kesh_general", "Text19", "31", "Record length must be between 4 and 30"},
   };
   for (const Refusal& refusal : refusals) {
-    ScreenBench bench(kesh_setup);
+    ScreenBench bench(ScreenCode::keshsetup);
     bench.type(refusal.box, refusal.text);
     bench.dialogs.expect_message(refusal.message);
     bench.press(refusal.button);
@@ -73,7 +71,7 @@ TEST(keshsetup, general_values_out_of_range_send_nothing) {
 
 TEST(keshsetup, a_closed_port_and_a_missing_address_are_told_before_the_values) {
   for (const char* const button : {"set_ferro_kesh_general", "set_glint_kesh_general"}) {
-    ScreenBench bench(kesh_setup);
+    ScreenBench bench(ScreenCode::keshsetup);
     bench.use_network("");
     bench.dialogs.expect_message("A Network address has not been set");
     bench.press(button);
@@ -84,7 +82,7 @@ TEST(keshsetup, a_closed_port_and_a_missing_address_are_told_before_the_values) 
 }
 
 TEST(keshsetup, read_in_the_id_group_does_nothing_at_all) {
-  ScreenBench bench(kesh_setup);
+  ScreenBench bench(ScreenCode::keshsetup);
   bench.type("Text22", "AB");
   bench.press("read_ids");
   bench.program.services().link.closecomm();
@@ -94,7 +92,7 @@ TEST(keshsetup, read_in_the_id_group_does_nothing_at_all) {
 }
 
 TEST(keshsetup, an_identifier_of_windows_1252_goes_as_its_bytes_and_another_is_refused) {
-  ScreenBench bench(kesh_setup);
+  ScreenBench bench(ScreenCode::keshsetup);
   bench.control<TextBox>("Text22").setText(QStringLiteral("M\u00FCll"));
   bench.dialogs.expect_message("ID's have been set");
   bench.press("set_ids");
@@ -110,7 +108,7 @@ TEST(keshsetup, an_identifier_of_windows_1252_goes_as_its_bytes_and_another_is_r
 }
 
 TEST(keshsetup, a_second_frame_without_acknowledge_leaves_the_first_in_effect) {
-  ScreenBench bench(kesh_setup);
+  ScreenBench bench(ScreenCode::keshsetup);
   bench.use_network("5");
   bench.port.answer(
       "\x85\x02\0"

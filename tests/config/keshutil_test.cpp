@@ -2,6 +2,7 @@
 
 #include "access/transfer_bench.h"
 #include "config/screen_checks.h"
+#include "support/test_folder.h"
 
 #include <QLabel>
 
@@ -9,16 +10,15 @@ namespace {
 
 using namespace std::chrono_literals;
 
-constexpr int kesh_utilities = 11;
 constexpr const char* cleared = "        Reader Log Data Cleared         ";
 constexpr const char* please_wait = "Please wait until upload/download complete";
 
 /// The screen in the window, a reader with a log at the other end, and a folder for the file.
 struct UtilityBench : ScreenBench {
   StubReader reader{port};
-  QTemporaryDir folder;
+  TestFolder folder;
 
-  UtilityBench() : ScreenBench(kesh_utilities) {}
+  UtilityBench() : ScreenBench(ScreenCode::keshutil) {}
 
   void use_reader_at(unsigned char address) {
     use_network(std::to_string(address));
@@ -26,13 +26,8 @@ struct UtilityBench : ScreenBench {
     reader.networked = true;
     reader.address = address;
   }
-  [[nodiscard]] std::filesystem::path path() const {
-    return std::filesystem::path(folder.path().toStdString()) / "uploadlog.txt";
-  }
-  [[nodiscard]] std::string file() const {
-    std::ifstream stream(path(), std::ios::binary);
-    return {std::istreambuf_iterator<char>(stream), {}};
-  }
+  [[nodiscard]] std::filesystem::path path() const { return folder.path("uploadlog.txt"); }
+  [[nodiscard]] std::string file() const { return folder.read("uploadlog.txt"); }
   void expect_dialog() { dialogs.expect_save("Upload Log", path()); }
   QLabel& status() { return control<QLabel>("upload_status"); }
   BusyFlags& busy() { return program.services().busy; }
@@ -50,8 +45,8 @@ TEST(keshutil, starts_with_two_buttons_and_no_status_line) {
 TEST(keshutil, entering_the_screen_hides_the_status_line) {
   UtilityBench bench;
   bench.status().show();
-  bench.click_menu(0);
-  bench.click_menu(kesh_utilities);
+  bench.open(ScreenCode::com);
+  bench.open(ScreenCode::keshutil);
   EXPECT_FALSE(bench.status().isVisible());
 }
 

@@ -14,7 +14,7 @@ constexpr const char* warning = "This will delete all data in the reader\rDo you
 /// Three frames with pauses after the first two only.
 const std::vector<Row> asking_rows{
     {.name = "general",
-     .menu = 2,
+     .screen = ScreenCode::orinparam,
      .button = "set_general",
      .boxes = {{"Text2", "8"}, {"Text3", "5"}, {"Text5", "2"}},
      .payloads = {"\\08", "\"05", "'02"},
@@ -25,7 +25,7 @@ const std::vector<Row> asking_rows{
      .done = "Parameters have been set",
      .pauses = {100ms, 100ms}},
     {.name = "general_at_the_upper_limits",
-     .menu = 2,
+     .screen = ScreenCode::orinparam,
      .button = "set_general",
      .boxes = {{"Text2", "40"}, {"Text3", "99"}, {"Text5", "15"}},
      .payloads = {"\\40", "\"99", "'15"},
@@ -36,7 +36,7 @@ const std::vector<Row> asking_rows{
      .done = "Parameters have been set",
      .pauses = {100ms, 100ms}},
     {.name = "general_at_the_lower_limits",
-     .menu = 2,
+     .screen = ScreenCode::orinparam,
      .button = "set_general",
      .boxes = {{"Text2", "4"}, {"Text3", "1"}, {"Text5", "1"}},
      .payloads = {"\\04", "\"01", "'01"},
@@ -50,7 +50,7 @@ const std::vector<Row> asking_rows{
 
 Row mode(const char* name, const char* option, const char* payload) {
   Row row{.name = name,
-          .menu = 2,
+          .screen = ScreenCode::orinparam,
           .button = "set_mode",
           .payloads = {payload},
           .acknowledge = Acknowledge::one_address,
@@ -71,7 +71,7 @@ const std::vector<Row> mode_rows{
 
 Row logging(const char* name, const char* button, const char* option, const char* payload, const char* done) {
   return {.name = name,
-          .menu = 2,
+          .screen = ScreenCode::orinparam,
           .button = button,
           .choices = {option},
           .payloads = {payload},

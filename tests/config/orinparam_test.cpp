@@ -4,7 +4,6 @@
 
 namespace {
 
-constexpr int orin_setup = 2;
 constexpr const char* warning = "This will delete all data in the reader\rDo you wish to continue?";
 
 void fill_general(ScreenBench& bench, const char* record_length, const char* relay_time,
@@ -15,7 +14,7 @@ void fill_general(ScreenBench& bench, const char* record_length, const char* rel
 }
 
 TEST(orinparam, boxes_start_empty_with_their_lengths_and_key_filters) {
-  ScreenBench bench(orin_setup);
+  ScreenBench bench(ScreenCode::orinparam);
   expect_box(bench, {"Text2", "Record Length", 3, true});
   expect_box(bench, {"Text3", "Relay Time", 5, true});
   expect_box(bench, {"Text5", "Red Led Time", 3, true});
@@ -24,7 +23,7 @@ TEST(orinparam, boxes_start_empty_with_their_lengths_and_key_filters) {
 }
 
 TEST(orinparam, starts_with_logging_off_bad_logging_on_and_no_mode) {
-  ScreenBench bench(orin_setup);
+  ScreenBench bench(ScreenCode::orinparam);
   EXPECT_FALSE(bench.checked("rs232_logging_0"));
   EXPECT_TRUE(bench.checked("rs232_logging_1"));
   EXPECT_TRUE(bench.checked("bad_logging_0"));
@@ -35,7 +34,7 @@ TEST(orinparam, starts_with_logging_off_bad_logging_on_and_no_mode) {
 }
 
 TEST(orinparam, fits_the_window) {
-  ScreenBench bench(orin_setup);
+  ScreenBench bench(ScreenCode::orinparam);
   expect_fits(bench);
 }
 
@@ -60,7 +59,7 @@ TEST(orinparam, general_values_out_of_range_send_nothing_and_the_first_is_told) 
       {"3", "32767", "0", "Record length must be between 4 and 40"},
   };
   for (const Refusal& refusal : refusals) {
-    ScreenBench bench(orin_setup);
+    ScreenBench bench(ScreenCode::orinparam);
     fill_general(bench, refusal.record_length, refusal.relay_time, refusal.red_led_time);
     bench.dialogs.expect_message(refusal.message);
     bench.press("set_general");
@@ -69,7 +68,7 @@ TEST(orinparam, general_values_out_of_range_send_nothing_and_the_first_is_told) 
 }
 
 TEST(orinparam, a_box_of_blanks_counts_as_empty_and_letters_do_not_convert) {
-  ScreenBench bench(orin_setup);
+  ScreenBench bench(ScreenCode::orinparam);
   fill_general(bench, "8", "5", "2");
   bench.control<TextBox>("Text3").setText(QStringLiteral("  "));
   bench.dialogs.expect_message("Relay time must be between 1 and 99");
@@ -81,7 +80,7 @@ TEST(orinparam, a_box_of_blanks_counts_as_empty_and_letters_do_not_convert) {
 }
 
 TEST(orinparam, a_closed_port_and_a_missing_address_are_told_before_the_values) {
-  ScreenBench bench(orin_setup);
+  ScreenBench bench(ScreenCode::orinparam);
   bench.use_network("");
   bench.dialogs.expect_message("A Network address has not been set");
   bench.press("set_general");
@@ -91,7 +90,7 @@ TEST(orinparam, a_closed_port_and_a_missing_address_are_told_before_the_values) 
 }
 
 TEST(orinparam, the_record_length_is_known_as_soon_as_it_is_typed) {
-  ScreenBench bench(orin_setup);
+  ScreenBench bench(ScreenCode::orinparam);
   EXPECT_EQ(bench.program.services().record_length, "");
   bench.type("Text2", "12");
   EXPECT_EQ(bench.program.services().record_length, "12");
@@ -103,7 +102,7 @@ TEST(orinparam, the_record_length_is_known_as_soon_as_it_is_typed) {
 }
 
 TEST(orinparam, a_failure_in_the_middle_leaves_what_was_sent) {
-  ScreenBench bench(orin_setup);
+  ScreenBench bench(ScreenCode::orinparam);
   bench.use_network("5");
   fill_general(bench, "8", "5", "2");
   bench.port.answer("\x85\x02V\x03", "\x06:Orin 1.00 0001\x03");
@@ -116,7 +115,7 @@ TEST(orinparam, a_failure_in_the_middle_leaves_what_was_sent) {
 }
 
 TEST(orinparam, a_line_that_takes_no_bytes_is_told) {
-  ScreenBench bench(orin_setup);
+  ScreenBench bench(ScreenCode::orinparam);
   bench.port.writable = false;
   bench.dialogs.expect_message("Error communicating with reader");
   bench.press("set_rs232_logging");
@@ -124,7 +123,7 @@ TEST(orinparam, a_line_that_takes_no_bytes_is_told) {
 }
 
 TEST(orinparam, the_logging_message_tells_the_option_as_it_then_stands) {
-  ScreenBench bench(orin_setup);
+  ScreenBench bench(ScreenCode::orinparam);
   bench.use_network("5");
   bench.port.answer("\x85\x02s0\x03", "\x06", std::chrono::milliseconds(50));
   bench.pump.after(std::chrono::milliseconds(20), [&bench] { bench.choose("rs232_logging_0"); });
@@ -133,7 +132,7 @@ TEST(orinparam, the_logging_message_tells_the_option_as_it_then_stands) {
 }
 
 TEST(orinparam, what_waits_at_the_line_does_not_pass_for_an_acknowledge) {
-  ScreenBench bench(orin_setup);
+  ScreenBench bench(ScreenCode::orinparam);
   bench.use_network("5");
   bench.port.arrive("\x06\x06\x06");
   bench.pump.idle(std::chrono::milliseconds(1));
@@ -142,7 +141,7 @@ TEST(orinparam, what_waits_at_the_line_does_not_pass_for_an_acknowledge) {
 }
 
 TEST(orinparam, the_password_is_not_yet_operational) {
-  ScreenBench bench(orin_setup);
+  ScreenBench bench(ScreenCode::orinparam);
   bench.type("Text15", "old");
   bench.type("Text16", "new");
   bench.dialogs.expect_message("This feature is not yet operational");

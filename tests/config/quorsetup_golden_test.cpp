@@ -9,7 +9,7 @@ using golden::Row;
 Row quor(const char* name, const char* button, std::vector<std::string> choices,
          std::vector<std::string> payloads) {
   return {.name = name,
-          .menu = 4,
+          .screen = ScreenCode::quorsetup,
           .button = button,
           .choices = std::move(choices),
           .payloads = std::move(payloads)};

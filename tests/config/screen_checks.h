@@ -12,7 +12,7 @@
 
 /// The window on one screen, its controls by their object names.
 struct ScreenBench : WindowBench {
-  explicit ScreenBench(int menu_entry) { click_menu(menu_entry); }
+  explicit ScreenBench(ScreenCode code) { open(code); }
 
   [[nodiscard]] Screen& screen() const { return *window.screen(window.screen_code()); }
 

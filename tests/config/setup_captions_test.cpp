@@ -17,7 +17,7 @@ struct Control {
 
 struct SetupScreenTexts {
   const char* name;
-  int menu;
+  ScreenCode code;
   std::vector<Control> controls;
 };
 
@@ -27,7 +27,7 @@ void PrintTo(const SetupScreenTexts& screen, std::ostream* out) {
 
 /// Each caption says all; the frames only gather what belongs together.
 const SetupScreenTexts vellsetup{"vellsetup",
-                                 1,
+                                 ScreenCode::vellsetup,
                                  {
                                      {"sense_1_auto", "Sense 1 Auto", "Sense Inputs"},
                                      {"sense_2_auto", "Sense 2 Auto", "Sense Inputs"},
@@ -64,7 +64,7 @@ const SetupScreenTexts vellsetup{"vellsetup",
 /// Here captions come more than once, "Set" above all: the frame says what is set.
 const std::vector<SetupScreenTexts> framed_screens{
     {"orinparam",
-     2,
+     ScreenCode::orinparam,
      {
          {"set_general", "Set", "General"},
          {"rs232_logging_0", "On", "RS232 Logging (Orin)"},
@@ -83,7 +83,7 @@ const std::vector<SetupScreenTexts> framed_screens{
          {"read_date_time", "Read Date/Time", "Date/Time"},
      }},
     {"keshsetup",
-     3,
+     ScreenCode::keshsetup,
      {
          {"ferro_time_stamping_0", "Time Stamping On", "Ferro Kesh General"},
          {"ferro_time_stamping_1", "Time Stamping Off", "Ferro Kesh General"},
@@ -111,7 +111,7 @@ const std::vector<SetupScreenTexts> framed_screens{
          {"read_date_time", "Read Date/Time", "Date/Time"},
      }},
     {"quorsetup",
-     4,
+     ScreenCode::quorsetup,
      {
          {"logging_on", "Logging On", "Quor General"},
          {"print_on", "Print On", "Quor General"},
@@ -121,7 +121,7 @@ const std::vector<SetupScreenTexts> framed_screens{
          {"read_date_time", "Read Date/Time", "Date/Time"},
      }},
     {"symbology",
-     8,
+     ScreenCode::symbology,
      {
          {"code_39", "Code 39", "Barcode"},
          {"i_2_of_5", "I 2 of 5", "Barcode"},
@@ -143,7 +143,7 @@ const std::vector<SetupScreenTexts> framed_screens{
          {"set_magstripe_options", "Set", "Magstripe Options"},
      }},
     {"keshutil",
-     11,
+     ScreenCode::keshutil,
      {
          {"upload", "Upload", "Log"},
          {"clear", "Clear", "Log"},
@@ -162,7 +162,7 @@ std::string frame_of(const QWidget& control) {
 }
 
 void expect_controls(const SetupScreenTexts& screen) {
-  ScreenBench bench(screen.menu);
+  ScreenBench bench(screen.code);
   EXPECT_EQ(bench.screen().objectName().toStdString(), screen.name);
   for (const Control& expected : screen.controls) {
     SCOPED_TRACE(expected.object_name);
@@ -182,7 +182,7 @@ TEST_P(FramedScreen, has_every_caption_on_its_own_control_in_its_own_frame) {
 
 TEST_P(FramedScreen, tells_assistive_clients_the_frame_of_each_button) {
   const SetupScreenTexts& screen = GetParam();
-  ScreenBench bench(screen.menu);
+  ScreenBench bench(screen.code);
   for (const Control& expected : screen.controls) {
     const auto& control = bench.control<QAbstractButton>(expected.object_name);
     if (qobject_cast<const QPushButton*>(&control) != nullptr) {

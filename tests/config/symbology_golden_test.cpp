@@ -9,7 +9,7 @@ using golden::Row;
 Row symbology(const char* name, const char* button, std::vector<std::string> choices,
               std::vector<std::string> payloads) {
   return {.name = name,
-          .menu = 8,
+          .screen = ScreenCode::symbology,
           .button = button,
           .choices = std::move(choices),
           .payloads = std::move(payloads)};

@@ -7,10 +7,8 @@
 
 namespace {
 
-constexpr int symbology_setup = 8;
-
 TEST(symbology, starts_with_nothing_checked_and_no_track_chosen) {
-  ScreenBench bench(symbology_setup);
+  ScreenBench bench(ScreenCode::symbology);
   const auto boxes = bench.screen().findChildren<QCheckBox*>();
   ASSERT_EQ(boxes.size(), 12);
   for (const auto* const box : boxes) {
@@ -24,7 +22,7 @@ TEST(symbology, starts_with_nothing_checked_and_no_track_chosen) {
 }
 
 TEST(symbology, captions_are_those_of_the_readers_manuals) {
-  ScreenBench bench(symbology_setup);
+  ScreenBench bench(ScreenCode::symbology);
   QStringList captions;
   for (const auto* const box : bench.screen().findChildren<QCheckBox*>()) {
     captions << box->text();
@@ -36,12 +34,12 @@ TEST(symbology, captions_are_those_of_the_readers_manuals) {
 }
 
 TEST(symbology, fits_the_window) {
-  ScreenBench bench(symbology_setup);
+  ScreenBench bench(ScreenCode::symbology);
   expect_fits(bench);
 }
 
 TEST(symbology, tab_goes_through_each_frame_to_its_button) {
-  ScreenBench bench(symbology_setup);
+  ScreenBench bench(ScreenCode::symbology);
   EXPECT_EQ(tab_order(bench),
             (std::vector<std::string>{"code_39", "i_2_of_5", "2_of_5", "upca", "ean13", "code128", "codabar",
                                       "set_barcodes", "magstripe_tracks_0", "magstripe_tracks_1",
@@ -51,7 +49,7 @@ TEST(symbology, tab_goes_through_each_frame_to_its_button) {
 }
 
 TEST(symbology, a_box_that_is_only_partly_checked_counts_as_off) {
-  ScreenBench bench(symbology_setup);
+  ScreenBench bench(ScreenCode::symbology);
   auto& box = bench.control<QCheckBox>("code_39");
   box.setTristate(true);
   box.setCheckState(Qt::PartiallyChecked);
@@ -60,7 +58,7 @@ TEST(symbology, a_box_that_is_only_partly_checked_counts_as_off) {
 }
 
 TEST(symbology, a_missing_acknowledge_ends_the_run_with_one_box) {
-  ScreenBench bench(symbology_setup);
+  ScreenBench bench(ScreenCode::symbology);
   bench.use_network("5");
   bench.choose("code_39");
   bench.dialogs.expect_message("Reader does not acknowledge command");
@@ -69,7 +67,7 @@ TEST(symbology, a_missing_acknowledge_ends_the_run_with_one_box) {
 }
 
 TEST(symbology, what_is_checked_during_a_run_waits_for_the_next) {
-  ScreenBench bench(symbology_setup);
+  ScreenBench bench(ScreenCode::symbology);
   bench.use_network("5");
   bench.port.responder = [&bench](std::string_view) {
     bench.control<QCheckBox>("codabar").setChecked(true);

@@ -9,7 +9,7 @@ using golden::Row;
 /// A button of the screen that sends one command, the box beside it filled.
 Row vell(const char* name, const char* button, std::string payload, const char* box = "",
          const char* text = "") {
-  Row row{.name = name, .menu = 1, .button = button, .payloads = {std::move(payload)}};
+  Row row{.name = name, .screen = ScreenCode::vellsetup, .button = button, .payloads = {std::move(payload)}};
   if (*box != '\0') {
     row.boxes = {{box, text}};
   }

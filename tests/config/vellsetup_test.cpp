@@ -6,10 +6,8 @@
 
 namespace {
 
-constexpr int vell_setup = 1;
-
 TEST(vellsetup, boxes_start_empty_with_their_lengths_and_key_filters) {
-  ScreenBench bench(vell_setup);
+  ScreenBench bench(ScreenCode::vellsetup);
   expect_box(bench, {"Text10", "Sense Input Delay Time", 2, true});
   expect_box(bench, {"Text11", "Keyboard Prefix", 1, false});
   expect_box(bench, {"Text12", "Good Read Red Led Time", 2, true});
@@ -20,13 +18,13 @@ TEST(vellsetup, boxes_start_empty_with_their_lengths_and_key_filters) {
 }
 
 TEST(vellsetup, has_thirty_buttons_and_fits_the_window) {
-  ScreenBench bench(vell_setup);
+  ScreenBench bench(ScreenCode::vellsetup);
   EXPECT_EQ(bench.screen().findChildren<QPushButton*>().size(), 30);
   expect_fits(bench);
 }
 
 TEST(vellsetup, tab_goes_from_a_button_to_its_box) {
-  ScreenBench bench(vell_setup);
+  ScreenBench bench(ScreenCode::vellsetup);
   const std::vector<std::string> order = tab_order(bench);
   ASSERT_EQ(order.size(), 37U);
   const std::vector<std::string> first(order.begin(), order.begin() + 6);
@@ -49,7 +47,7 @@ TEST(vellsetup, a_refused_parameter_sends_nothing) {
       {"Text11", " ", "keyboard_prefix", "Must set a prefix"},
   };
   for (const Refusal& refusal : refusals) {
-    ScreenBench bench(vell_setup);
+    ScreenBench bench(ScreenCode::vellsetup);
     bench.type(refusal.box, refusal.text);
     bench.dialogs.expect_message(refusal.message);
     bench.press(refusal.button);
@@ -58,7 +56,7 @@ TEST(vellsetup, a_refused_parameter_sends_nothing) {
 }
 
 TEST(vellsetup, a_refused_parameter_is_told_before_a_closed_port) {
-  ScreenBench bench(vell_setup);
+  ScreenBench bench(ScreenCode::vellsetup);
   bench.program.services().link.closecomm();
   bench.type("Text17", "50");
   bench.dialogs.expect_message("Max speaker value can be 49");
@@ -66,7 +64,7 @@ TEST(vellsetup, a_refused_parameter_is_told_before_a_closed_port) {
 }
 
 TEST(vellsetup, a_prefix_outside_windows_1252_sends_nothing_and_says_so) {
-  ScreenBench bench(vell_setup);
+  ScreenBench bench(ScreenCode::vellsetup);
   bench.control<TextBox>("Text11").setText(QStringLiteral("\u0416"));
   bench.dialogs.expect_message("The character \"\u0416\" is not in the readers' character set");
   bench.press("keyboard_prefix");
@@ -74,14 +72,14 @@ TEST(vellsetup, a_prefix_outside_windows_1252_sends_nothing_and_says_so) {
 }
 
 TEST(vellsetup, a_prefix_of_windows_1252_sends_its_code) {
-  ScreenBench bench(vell_setup);
+  ScreenBench bench(ScreenCode::vellsetup);
   bench.control<TextBox>("Text11").setText(QStringLiteral("\u20AC"));  // the euro sign, 128 there
   bench.press("keyboard_prefix");
   EXPECT_TRUE(bytes_equal(bench.port.written(), "\0KP128\r"_bytes));
 }
 
 TEST(vellsetup, a_speed_of_the_reader_leaves_the_port_as_it_is) {
-  ScreenBench bench(vell_setup);
+  ScreenBench bench(ScreenCode::vellsetup);
   bench.press("9600_baud");
   bench.press("19200_baud");
   bench.press("7_bits_even");

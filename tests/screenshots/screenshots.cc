@@ -27,13 +27,6 @@ namespace {
 
 using namespace std::chrono_literals;
 
-constexpr int diagnostics = 9;
-constexpr int terminal = 5;
-constexpr int protocol_test = 6;
-constexpr int hardware_test = 7;
-constexpr int orin_utilities = 10;
-constexpr int kesh_utilities = 11;
-
 /// The window at work with the readers that the options of the simulator describe.
 class Sitting : public WholeBench {
  public:
@@ -50,9 +43,9 @@ class Sitting : public WholeBench {
     }
     std::cout << file.toStdString() << '\n';
   }
-  void take_screen(int index) {
-    click_menu(index);
-    take(window.screen(window.screen_code())->objectName().toLatin1().constData());
+  void take_screen(ScreenCode code) {
+    open(code);
+    take(window.screen(code)->objectName().toLatin1().constData());
   }
   void type(const char* name, const char* text) {
     auto* const box = find<QLineEdit>(name);
@@ -92,19 +85,20 @@ class Sitting : public WholeBench {
 
 void one_reader(const QString& folder) {
   Sitting sitting(folder, {"--no-console"});
-  for (const int setup : {0, 1, 2, 3, 4, 8}) {
+  for (const ScreenCode setup : {ScreenCode::com, ScreenCode::vellsetup, ScreenCode::orinparam,
+                                 ScreenCode::keshsetup, ScreenCode::quorsetup, ScreenCode::symbology}) {
     sitting.take_screen(setup);
   }
-  sitting.click_menu(diagnostics);
+  sitting.open(ScreenCode::diag);
   sitting.click("Reader Identification");
   sitting.take("diag");
-  sitting.take_screen(12);
-  sitting.take_screen(13);
+  sitting.take_screen(ScreenCode::asciichart);
+  sitting.take_screen(ScreenCode::general);
 }
 
 void terminals(const QString& folder) {
   Sitting sitting(folder, {"--no-console", "--family", "Vell"});
-  sitting.click_menu(terminal);
+  sitting.open(ScreenCode::term);
   QTest::keyClicks(sitting.find("Text7"), QStringLiteral("V\r"));
   QTest::qWait(300);
   sitting.take("term");
@@ -118,7 +112,7 @@ void terminals(const QString& folder) {
 
 void hardware(const QString& folder) {
   Sitting sitting(folder, {"--no-console", "--family", "Vell"});
-  sitting.click_menu(hardware_test);
+  sitting.open(ScreenCode::test);
   sitting.click("F1  Start");
   sitting.take("test");
   sitting.later(0ms, [&] {
@@ -141,7 +135,7 @@ void network(const QString& folder) {
   sitting.readers.console("fault 7 garbage 4 always");
   sitting.readers.console("swipe 12 4711");
   sitting.readers.console("swipe 20 12345678");
-  sitting.click_menu(protocol_test);
+  sitting.open(ScreenCode::prottest);
   sitting.type("Text9", "25");
   sitting.type("Text24", "0");
   sitting.click(sitting.find("Check13"));
@@ -155,7 +149,7 @@ void access(const QString& folder) {
   const QTemporaryDir files;
   const std::filesystem::path place(files.path().toStdString());
   Sitting sitting(folder, {"--no-console", "--family", "Orinta"});
-  sitting.click_menu(orin_utilities);
+  sitting.open(ScreenCode::orintautil);
   sitting.click(sitting.find("access_list_edit"));
   auto* const list = sitting.opened<QMainWindow>();
   const std::array people{std::array{"4711", "Anna Berger", "1"},  std::array{"4712", "Bernd Castell", "1"},
@@ -201,7 +195,7 @@ void log(const QString& folder) {
   for (const char* const card : {"4711", "4712", "5001"}) {
     sitting.readers.console(std::string("swipe 0 ") + card);
   }
-  sitting.click_menu(kesh_utilities);
+  sitting.open(ScreenCode::keshutil);
   sitting.dialogs.expect_save("Upload Log", std::filesystem::path(files.path().toStdString()) / "log.txt");
   sitting.dialogs.expect_message("Upload Complete", [&] { sitting.take("keshutil"); });
   sitting.click("Upload");

@@ -65,7 +65,7 @@ TEST(com, a_port_that_does_not_open_is_told_and_the_next_operation_finds_it_clos
   bench.dialogs.expect_message("Unable to open comm port");
   choose(bench, "comm_port_1");
   EXPECT_FALSE(bench.program.services().link.comopen());
-  bench.click_menu(9);
+  bench.open(ScreenCode::diag);
   bench.dialogs.expect_message("Comm port is not open");
   bench.click("Red Led On");
 }
@@ -145,7 +145,7 @@ TEST(com, pasting_into_the_address_box_is_not_filtered) {
 TEST(com, address_200_stops_every_exchange) {
   WindowBench bench;
   bench.find<TextBox>("reader_address")->setText(QStringLiteral("200"));
-  bench.click_menu(9);
+  bench.open(ScreenCode::diag);
   bench.dialogs.expect_message(no_address);
   bench.click("Red Led On");
   EXPECT_EQ(bench.port.written(), "");
@@ -154,7 +154,7 @@ TEST(com, address_200_stops_every_exchange) {
 TEST(com, an_empty_address_stops_every_exchange_also_with_network_mode_off) {
   WindowBench bench;
   bench.find<TextBox>("reader_address")->clear();
-  bench.click_menu(9);
+  bench.open(ScreenCode::diag);
   bench.dialogs.expect_message(no_address);
   bench.click("Red Led On");
   EXPECT_EQ(bench.port.written(), "");

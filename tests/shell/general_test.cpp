@@ -12,10 +12,8 @@
 
 namespace {
 
-constexpr int general_info = 13;
-
 struct HelpBench : WindowBench {
-  HelpBench() { click_menu(general_info); }
+  HelpBench() { open(ScreenCode::general); }
 
   DocumentView* view() { return find<DocumentView>("help"); }
   QScrollBar* bar() { return view()->verticalScrollBar(); }

@@ -18,11 +18,6 @@ const QColor black(0x00, 0x00, 0x00);
 const QColor green(0x00, 0xFF, 0x01);
 const QColor blue(0x00, 0x00, 0xFF);
 
-constexpr int term_index = 5;
-constexpr int prottest_index = 6;
-constexpr int test_index = 7;
-constexpr int diag_index = 9;
-
 int visible_screens(WindowBench& bench) {
   int count = 0;
   for (const ScreenEntry& entry : screen_table) {
@@ -110,13 +105,43 @@ TEST(main_window, every_entry_opens_its_screen_with_its_code) {
   }
 }
 
-TEST(main_window, the_window_procedures_show_their_screens_without_the_menu) {
+TEST(main_window, each_window_procedure_shows_its_screen_alone_and_without_the_menu) {
+  struct Row {
+    void (MainWindow::*procedure)();
+    const char* screen;
+    ScreenCode code;
+  };
+  const std::array<Row, 14> rows{{{&MainWindow::com_window, "com", ScreenCode::com},
+                                  {&MainWindow::vellsetup_window, "vellsetup", ScreenCode::vellsetup},
+                                  {&MainWindow::orinparam_window, "orinparam", ScreenCode::orinparam},
+                                  {&MainWindow::keshsetup_window, "keshsetup", ScreenCode::keshsetup},
+                                  {&MainWindow::quorsetup_window, "quorsetup", ScreenCode::quorsetup},
+                                  {&MainWindow::term_window, "term", ScreenCode::term},
+                                  {&MainWindow::prottest_window, "prottest", ScreenCode::prottest},
+                                  {&MainWindow::test_window, "test", ScreenCode::test},
+                                  {&MainWindow::symbology_window, "symbology", ScreenCode::symbology},
+                                  {&MainWindow::diag_window, "diag", ScreenCode::diag},
+                                  {&MainWindow::orintautil_window, "orintautil", ScreenCode::orintautil},
+                                  {&MainWindow::keshutil_window, "keshutil", ScreenCode::keshutil},
+                                  {&MainWindow::asciichart_window, "asciichart", ScreenCode::asciichart},
+                                  {&MainWindow::general_window, "general", ScreenCode::general}}};
   WindowBench bench;
-  bench.window.diag_window();
-  EXPECT_EQ(bench.window.screen_code(), ScreenCode::diag);
-  EXPECT_EQ(bench.window.menu().state().selected(), 0);
-  EXPECT_TRUE(bench.window.nowindow());
-  EXPECT_EQ(visible_screens(bench), 0);
+  for (const Row& row : rows) {
+    SCOPED_TRACE(row.screen);
+    EXPECT_TRUE(bench.window.nowindow());
+    EXPECT_EQ(visible_screens(bench), 0);
+    (bench.window.*row.procedure)();
+    EXPECT_EQ(bench.window.screen_code(), row.code);
+    EXPECT_TRUE(bench.find(row.screen)->isVisible());
+    EXPECT_EQ(visible_screens(bench), 1);
+    EXPECT_EQ(bench.window.menu().state().selected(), 0);
+  }
+  for (const Row& row : rows) {  // from another screen
+    SCOPED_TRACE(row.screen);
+    (bench.window.*row.procedure)();
+    EXPECT_TRUE(bench.find(row.screen)->isVisible());
+    EXPECT_EQ(visible_screens(bench), 1);
+  }
 }
 
 TEST(main_window, menu_entries_are_stacked_without_gaps_on_teal) {
@@ -201,23 +226,23 @@ TEST(main_window, up_and_down_reach_no_box_either) {
 
 TEST(main_window, no_menu_keys_while_the_terminal_shows) {
   WindowBench bench;
-  bench.click_menu(term_index);
+  bench.open(ScreenCode::term);
   press(bench, Qt::Key_Down);
   EXPECT_EQ(bench.window.menu().state().hovered(), std::nullopt);
 }
 
 TEST(main_window, a_click_during_polling_on_the_protocol_test_is_refused_and_leaves_everything) {
   WindowBench bench;
-  bench.click_menu(prottest_index);
+  bench.open(ScreenCode::prottest);
   bench.program.services().busy.polling_on = true;
   bench.dialogs.expect_message("Polling must be stopped before changing screens");
-  bench.click_menu(0);
+  bench.open(ScreenCode::com);
   EXPECT_EQ(bench.window.screen_code(), ScreenCode::prottest);
-  EXPECT_EQ(bench.window.menu().state().selected(), prottest_index);
+  EXPECT_EQ(bench.window.menu().state().selected(), menu_index(ScreenCode::prottest));
 }
 
 /// The window with real boxes.
-struct BoxBench {
+struct BoxBench : WindowHands<BoxBench> {
   TestPump pump;
   FakePort port{pump};
   QtDialogs dialogs{pump};
@@ -251,16 +276,18 @@ TEST(main_window, a_refusal_leaves_screen_selection_highlight_and_pointer) {
        {&BusyFlags::polling_on, &BusyFlags::downloading_on, &BusyFlags::uploading_on}) {
     BoxBench bench;
     const MenuColumn& menu = bench.window.menu();
-    QTest::mouseClick(menu.entry(prottest_index), Qt::LeftButton);
+    const MenuEntry* const tested = menu.entry(menu_index(ScreenCode::prottest));
+    MenuEntry* const asked_for = menu.entry(menu_index(ScreenCode::diag));
+    bench.open(ScreenCode::prottest);
     bench.program.services().busy.*flag = true;
-    QTest::mouseMove(menu.entry(diag_index));
+    QTest::mouseMove(asked_for);
     const QWidget* const pointer = menu.findChild<QWidget*>(QStringLiteral("pointer"));
     const auto expect_unchanged = [&](const char* when) {
       SCOPED_TRACE(when);
       EXPECT_EQ(bench.window.screen_code(), ScreenCode::prottest);
-      EXPECT_EQ(menu.entry(prottest_index)->text_colour(), green);
-      EXPECT_EQ(menu.entry(diag_index)->text_colour(), blue);
-      EXPECT_EQ(pointer->y(), menu.entry(diag_index)->y());
+      EXPECT_EQ(tested->text_colour(), green);
+      EXPECT_EQ(asked_for->text_colour(), blue);
+      EXPECT_EQ(pointer->y(), asked_for->y());
     };
     int boxes = 0;
     bench.at_the_box([&] {
@@ -271,10 +298,10 @@ TEST(main_window, a_refusal_leaves_screen_selection_highlight_and_pointer) {
       expect_unchanged("at the box");
     });
     expect_unchanged("before the click");
-    QTest::mouseClick(menu.entry(diag_index), Qt::LeftButton);
+    bench.open(ScreenCode::diag);
     EXPECT_EQ(boxes, 1);
     EXPECT_EQ(bench.window.screen_code(), ScreenCode::prottest);
-    EXPECT_EQ(menu.entry(prottest_index)->text_colour(), green);
+    EXPECT_EQ(tested->text_colour(), green);
     move_mouse_away(bench.window);
   }
 }
@@ -298,12 +325,12 @@ TEST(main_window, an_assistive_client_that_reaches_past_a_box_waits_for_its_answ
   bench.program.services().busy.downloading_on = true;
   bench.at_the_box([&bench] {
     bench.program.services().busy.downloading_on = false;
-    QAccessible::queryAccessibleInterface(bench.window.menu().entry(diag_index))
+    QAccessible::queryAccessibleInterface(bench.window.menu().entry(menu_index(ScreenCode::diag)))
         ->actionInterface()
         ->doAction(QAccessibleActionInterface::pressAction());
     EXPECT_EQ(bench.window.screen_code(), ScreenCode::com);
   });
-  QTest::mouseClick(bench.window.menu().entry(1), Qt::LeftButton);
+  bench.open(ScreenCode::vellsetup);
   EXPECT_TRUE(QTest::qWaitFor([&bench] { return bench.window.screen_code() == ScreenCode::diag; }));
   move_mouse_away(bench.window);
 }
@@ -356,9 +383,9 @@ TEST(main_window, every_entry_is_highlighted_by_mouse_and_by_walking_down_and_up
 
 TEST(main_window, f1_and_f2_press_nothing_while_the_terminal_shows) {
   WindowBench bench;
-  for (const int hidden : {test_index, prottest_index}) {
-    bench.click_menu(hidden);
-    bench.click_menu(term_index);
+  for (const ScreenCode hidden : {ScreenCode::test, ScreenCode::prottest}) {
+    bench.open(hidden);
+    bench.open(ScreenCode::term);
     press(bench, Qt::Key_F1);
     press(bench, Qt::Key_F2);
     EXPECT_EQ(bench.window.screen_code(), ScreenCode::term);
@@ -370,7 +397,7 @@ TEST(main_window, f1_and_f2_press_nothing_while_the_terminal_shows) {
 TEST(main_window, polling_elsewhere_does_not_block) {
   WindowBench bench;
   bench.program.services().busy.polling_on = true;
-  bench.click_menu(diag_index);
+  bench.open(ScreenCode::diag);
   EXPECT_EQ(bench.window.screen_code(), ScreenCode::diag);
 }
 
@@ -380,7 +407,7 @@ TEST(main_window, a_click_during_a_download_is_refused) {
   bench.program.services().busy.uploading_on = true;  // the download is told first
   bench.dialogs.expect_message(
       "You are currently downloading and the download must finish before changing screens");
-  bench.click_menu(diag_index);
+  bench.open(ScreenCode::diag);
   EXPECT_EQ(bench.window.screen_code(), ScreenCode::com);
 }
 
@@ -389,7 +416,7 @@ TEST(main_window, a_click_during_an_upload_is_refused) {
   bench.program.services().busy.uploading_on = true;
   bench.dialogs.expect_message(
       "You are currently uploading and the upload must finish before changing screens");
-  bench.click_menu(diag_index);
+  bench.open(ScreenCode::diag);
   EXPECT_EQ(bench.window.screen_code(), ScreenCode::com);
 }
 
@@ -419,7 +446,7 @@ TEST(main_window, f1_and_f2_do_nothing_on_other_screens) {
 
 TEST(main_window, an_enter_held_down_opens_a_screen_and_starts_nothing_on_it) {
   WindowBench bench;
-  for (int step = 0; step < diag_index; ++step) {
+  for (int step = 0; step < menu_index(ScreenCode::diag); ++step) {
     press(bench, Qt::Key_Down);
   }
   press(bench, Qt::Key_Return);
@@ -465,7 +492,7 @@ TEST(main_window, mouse_over_any_screen_panel_takes_the_highlight_away) {
     QTest::mouseMove(bench.window.screen(bench.window.screen_code()), QPoint(1, 1));
     EXPECT_EQ(bench.window.menu().state().hovered(), std::nullopt) << index;
   }
-  bench.click_menu(prottest_index);
+  bench.open(ScreenCode::prottest);
   QTest::mouseMove(bench.window.menu().entry(0));
   QTest::mouseMove(bench.find<QAbstractScrollArea>("protdisp")->viewport());
   EXPECT_EQ(bench.window.menu().state().hovered(), std::nullopt);
@@ -473,7 +500,7 @@ TEST(main_window, mouse_over_any_screen_panel_takes_the_highlight_away) {
 
 TEST(main_window, a_panel_that_does_not_fit_scrolls_to_its_last_control) {
   WindowBench bench;
-  bench.click_menu(1);
+  bench.open(ScreenCode::vellsetup);
   bench.window.resize(bench.window.minimumSize());
   auto* const area = bench.window.findChild<QScrollArea*>();
   EXPECT_GE(area->widget()->height(), bench.find("vellsetup")->minimumSizeHint().height());
@@ -492,7 +519,7 @@ TEST(main_window, starts_no_larger_than_the_screen) {
 TEST(main_window, changing_screens_keeps_the_port_open_and_stops_the_terminal) {
   WindowBench bench;
   bench.program.services().receiver.start([](const ReceivedLines&) {});
-  bench.click_menu(diag_index);
+  bench.open(ScreenCode::diag);
   EXPECT_FALSE(bench.program.services().receiver.running());
   EXPECT_TRUE(bench.port.is_open);
   EXPECT_EQ(bench.port.opened_with.size(), 1U);
@@ -521,7 +548,7 @@ TEST(main_window, closing_closes_the_port_and_ends_every_wait) {
 
 TEST(main_window, closing_in_the_middle_of_a_reply_ends_the_operation_without_a_box) {
   WindowBench bench;
-  bench.click_menu(diag_index);
+  bench.open(ScreenCode::diag);
   bench.pump.after(std::chrono::milliseconds(30), [&bench] { bench.window.close(); });
   bench.click("Reader Identification");
   EXPECT_TRUE(bench.dialogs.shown.empty());
@@ -531,7 +558,7 @@ TEST(main_window, closing_in_the_middle_of_a_reply_ends_the_operation_without_a_
 TEST(main_window, closing_in_the_middle_of_a_pause_ends_the_operation_without_a_box) {
   WindowBench bench;
   bench.use_network("5");
-  bench.click_menu(diag_index);
+  bench.open(ScreenCode::diag);
   bench.pump.after(std::chrono::milliseconds(30), [&bench] { bench.window.close(); });
   bench.click("Test Relay");
   EXPECT_TRUE(bench.dialogs.shown.empty());

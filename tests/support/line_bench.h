@@ -6,13 +6,14 @@
 #include "shell/program.h"
 #include "support/pty_bench.h"
 #include "support/test_printer.h"
+#include "support/window_hands.h"
 
 #include <QTest>
 
 #include <gtest/gtest.h>
 
 /// The whole window on a pseudo-terminal as Com Port 1, with the test at its far end.
-struct LineBench {
+struct LineBench : WindowHands<LineBench> {
   Pty line;
   ScopedVariable port_1{"TARVOS_COM1", line.device()};
   QtSerialPort port;

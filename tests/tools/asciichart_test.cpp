@@ -12,11 +12,8 @@
 
 namespace {
 
-constexpr int communication = 0;
-constexpr int ascii_chart = 12;
-
 struct ChartBench : WindowBench {
-  ChartBench() { click_menu(ascii_chart); }
+  ChartBench() { open(ScreenCode::asciichart); }
 
   DrawnText* chart() { return find<DrawnText>("chart"); }
   QImage picture() {
@@ -77,8 +74,8 @@ TEST(asciichart, entering_draws_an_empty_line_and_the_rows_in_dos_characters) {
 TEST(asciichart, entering_twice_draws_the_same_chart) {
   ChartBench bench;
   const QString first = bench.chart()->text();
-  bench.click_menu(communication);
-  bench.click_menu(ascii_chart);
+  bench.open(ScreenCode::com);
+  bench.open(ScreenCode::asciichart);
   EXPECT_EQ(bench.chart()->text(), first);
 }
 

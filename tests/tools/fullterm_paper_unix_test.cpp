@@ -9,6 +9,7 @@
 #include "support/fake_port.h"
 #include "support/pty.h"
 #include "support/scripted_dialogs.h"
+#include "support/window_hands.h"
 #include "tools/fullterm.h"
 #include "tools/fullterm_print.h"
 #include "tools/terminal_qt_printer.h"
@@ -329,7 +330,7 @@ TEST(fullterm_paper, an_assistive_client_that_reaches_past_the_print_dialog_wait
   QObject::connect(&hand, &QTimer::timeout, &hand, [&] {
     if (QPrintDialog* const dialog = open_print_dialog()) {
       hand.stop();
-      QAccessible::queryAccessibleInterface(window.menu().entry(9))
+      QAccessible::queryAccessibleInterface(window.menu().entry(menu_index(ScreenCode::diag)))
           ->actionInterface()
           ->doAction(QAccessibleActionInterface::pressAction());
       EXPECT_TRUE(QTest::qWaitFor([&clicks] { return clicks == 1; }));

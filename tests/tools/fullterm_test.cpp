@@ -15,9 +15,6 @@ namespace {
 
 using namespace std::chrono_literals;
 
-constexpr int term_entry = 5;
-constexpr int hardware_test_entry = 7;
-constexpr int diag_entry = 9;
 constexpr QColor black{0, 0, 0};
 constexpr QColor blue{0, 0, 255};
 
@@ -29,7 +26,7 @@ struct FullBench : WindowBench {
 
   explicit FullBench(bool port_opens = true, std::string_view address = "0") : WindowBench(port_opens) {
     program.services().settings.reader_address = address;
-    click_menu(term_entry);
+    open(ScreenCode::term);
     click("Full  Screen");
     full = static_cast<TermScreen*>(window.screen(ScreenCode::term))->full_screen();
     pop1 = full->findChild<DrawnText*>(QStringLiteral("pop1"));
@@ -460,7 +457,7 @@ TEST(fullterm, opening_it_empties_the_receive_buffer) {
   WindowBench bench;
   bench.port.arrive("old");
   bench.pump.idle(1ms);
-  bench.click_menu(term_entry);
+  bench.open(ScreenCode::term);
   bench.program.services().receiver.stop();  // as long as the terminal has not read them
   bench.click("Full  Screen");
   EXPECT_EQ(bench.port.waiting(), "");
@@ -489,7 +486,7 @@ TEST(fullterm, closing_it_gives_the_port_back_to_the_terminal) {
 TEST(fullterm, closing_it_starts_no_terminal_on_a_screen_without_one) {
   FullBench bench;
   bench.activate(bench.window);
-  bench.click_menu(diag_entry);
+  bench.open(ScreenCode::diag);
   bench.activate(*bench.full);
   bench.full->close();
   bench.receive("reply");
@@ -500,7 +497,7 @@ TEST(fullterm, closing_it_starts_no_terminal_on_a_screen_without_one) {
 TEST(fullterm, closing_it_gives_the_port_back_to_the_hardware_test) {
   FullBench bench;
   bench.activate(bench.window);
-  bench.click_menu(hardware_test_entry);
+  bench.open(ScreenCode::test);
   bench.activate(*bench.full);
   bench.full->close();
   bench.receive("reply");

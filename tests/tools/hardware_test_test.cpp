@@ -15,9 +15,6 @@ namespace {
 
 using namespace std::chrono_literals;
 
-constexpr int communication = 0;
-constexpr int hardware_test = 7;
-
 /// The folder that stands for a machine on which the program has never run.
 struct FreshMachine {
   QTemporaryDir home;
@@ -27,7 +24,7 @@ struct FreshMachine {
 };
 
 struct HardwareTestBench : FreshMachine, WindowBench {
-  HardwareTestBench() { click_menu(hardware_test); }
+  HardwareTestBench() { open(ScreenCode::test); }
 
   QString label(const char* name) { return find<QLabel>(name)->text(); }
   QString output() { return find<TerminalView>("Text29")->text(); }
@@ -122,8 +119,8 @@ TEST(hardware_test, entering_again_empties_the_output_and_keeps_the_delay) {
   bench.port.arrive("hello");
   bench.pump.idle(10ms);
   EXPECT_EQ(bench.output(), QStringLiteral("hello"));
-  bench.click_menu(communication);
-  bench.click_menu(hardware_test);
+  bench.open(ScreenCode::com);
+  bench.open(ScreenCode::test);
   EXPECT_EQ(bench.output(), QString());
   EXPECT_EQ(bench.find<TextBox>("Text28")->text(), QStringLiteral("250"));
 }
@@ -138,7 +135,7 @@ TEST(hardware_test, received_bytes_show_as_the_terminal_shows_them_while_the_scr
   EXPECT_EQ(bench.output(), QStringLiteral("^6\u2406A\u00FC\n"));
   bench.click("Clear");
   EXPECT_EQ(bench.output(), QString());
-  bench.click_menu(communication);
+  bench.open(ScreenCode::com);
   bench.port.arrive("unseen", 0ms);
   bench.pump.idle(10ms);
   EXPECT_EQ(bench.output(), QString());
@@ -172,7 +169,7 @@ TEST(hardware_test, an_emptied_delay_is_told_and_a_long_one_overflows) {
 TEST(hardware_test, a_start_on_a_closed_port_is_told) {
   WindowBench bench(false);
   const FreshMachine machine;
-  bench.click_menu(hardware_test);
+  bench.open(ScreenCode::test);
   bench.dialogs.expect_message("Comm port is not open");
   bench.click("F1  Start");
 }
@@ -241,8 +238,8 @@ TEST(hardware_test, a_profile_saved_in_the_editor_is_the_one_that_runs_and_is_sh
   bench.click("F1  Start");
   EXPECT_TRUE(bytes_equal(bench.port.written(), "V\x00X\x0D"_bytes));
   // It stays the current profile over a change of screens.
-  bench.click_menu(communication);
-  bench.click_menu(hardware_test);
+  bench.open(ScreenCode::com);
+  bench.open(ScreenCode::test);
   EXPECT_EQ(bench.label("current_profile"),
             QStringLiteral("Current Profile:   ") + QString::fromStdString(name));
 }
@@ -299,7 +296,7 @@ TEST(hardware_test, behind_the_editor_an_assistive_client_starts_no_test_and_ope
 
 TEST(hardware_test, leaving_the_screen_is_not_refused_while_the_test_runs) {
   HardwareTestBench bench;
-  bench.after(550ms, [&] { bench.click_menu(communication); });
+  bench.after(550ms, [&] { bench.open(ScreenCode::com); });
   bench.click("F1  Start");
   EXPECT_EQ(bench.window.screen_code(), ScreenCode::com);
   EXPECT_EQ(bench.port.writes.size(), 24U);

@@ -15,22 +15,16 @@ namespace {
 using namespace std::chrono_literals;
 using std::chrono::milliseconds;
 
-constexpr int protocol_test = 6;
-
 struct StalledPoll : LineBench {
   std::optional<PtyStall> stall{line};
 
   StalledPoll(const char* delay, const char* time_out, bool show_all) {
-    QTest::mouseClick(window.menu().entry(protocol_test), Qt::LeftButton);
+    open(ScreenCode::prottest);
     find<QLineEdit>("Text24")->setText(QLatin1String(delay));
     find<QLineEdit>("Text25")->setText(QLatin1String(time_out));
     find<QAbstractButton>("Check13")->setChecked(show_all);
   }
 
-  template <typename Widget>
-  Widget* find(const char* name) {
-    return window.findChild<Widget*>(QLatin1String(name));
-  }
   void click(const char* name) { QTest::mouseClick(find<QPushButton>(name), Qt::LeftButton); }
   QString display() { return find<DrawnText>("protdisp")->text(); }
 

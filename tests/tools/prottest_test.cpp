@@ -16,12 +16,10 @@ namespace {
 
 using namespace std::chrono_literals;
 
-constexpr int communication = 0;
-constexpr int protocol_test = 6;
 const std::string poll_of_5 = "\x85\x02?\x03";
 
 struct ProttestBench : WindowBench {
-  ProttestBench() { click_menu(protocol_test); }
+  ProttestBench() { open(ScreenCode::prottest); }
 
   QString text(const char* box) { return find<TextBox>(box)->text(); }
 
@@ -86,8 +84,8 @@ TEST(prottest, coming_back_shows_the_same_values_again_whatever_was_typed_and_po
   bench.after(0ms, [&] { bench.click("F2 Stop"); });
   bench.click("F1 Start");
   EXPECT_EQ(bench.display(), QStringLiteral("Unit 005 TIMEOUT\n"));
-  bench.click_menu(communication);
-  bench.click_menu(protocol_test);
+  bench.open(ScreenCode::com);
+  bench.open(ScreenCode::prottest);
   EXPECT_EQ(bench.text("Text8"), QStringLiteral("0"));
   EXPECT_EQ(bench.text("Text9"), QStringLiteral("0"));
   EXPECT_EQ(bench.text("Text24"), QStringLiteral("100"));
@@ -189,12 +187,12 @@ TEST(prottest, a_full_display_shows_its_thirty_lines_without_scrolling) {
 TEST(prottest, leaving_during_polling_is_refused_and_polling_goes_on) {
   ProttestBench bench;
   bench.dialogs.expect_message("Polling must be stopped before changing screens");
-  bench.after(150ms, [&] { bench.click_menu(communication); });
+  bench.after(150ms, [&] { bench.open(ScreenCode::com); });
   bench.after(350ms, [&] { bench.click("F2 Stop"); });
   bench.click("F1 Start");
   EXPECT_EQ(bench.window.screen_code(), ScreenCode::prottest);
   EXPECT_EQ(bench.port.writes.size(), 6U);
-  bench.click_menu(communication);
+  bench.open(ScreenCode::com);
   EXPECT_EQ(bench.window.screen_code(), ScreenCode::com);
 }
 
@@ -204,10 +202,10 @@ TEST(prottest, enter_leaves_during_polling_and_polling_elsewhere_blocks_no_scree
     QTest::keyClick(bench.window.focusWidget(), Qt::Key_Down);
     QTest::keyClick(bench.window.focusWidget(), Qt::Key_Return);
     EXPECT_EQ(bench.window.screen_code(), ScreenCode::test);
-    bench.click_menu(communication);
+    bench.open(ScreenCode::com);
     EXPECT_EQ(bench.window.screen_code(), ScreenCode::com);
     EXPECT_TRUE(bench.program.services().busy.polling_on);
-    bench.click_menu(protocol_test);
+    bench.open(ScreenCode::prottest);
   });
   bench.after(350ms, [&] { bench.click("F2 Stop"); });
   bench.click("F1 Start");
@@ -264,7 +262,7 @@ TEST(prottest, closing_the_window_while_polling_ends_at_once) {
 
 TEST(prottest, a_start_on_a_closed_port_is_told) {
   WindowBench bench(false);
-  bench.click_menu(protocol_test);
+  bench.open(ScreenCode::prottest);
   bench.dialogs.expect_message("Comm port is not open");
   bench.click("F1 Start");
   bench.dialogs.expect_message("Comm port is not open");

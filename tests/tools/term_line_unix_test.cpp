@@ -26,7 +26,7 @@ struct TermLine : LineBench {
   TypingBox* typing = window.findChild<TypingBox*>(QStringLiteral("Text7"));
   TerminalView* received = window.findChild<TerminalView*>(QStringLiteral("Text1"));
 
-  TermLine() { QTest::mouseClick(window.menu().entry(5), Qt::LeftButton); }
+  TermLine() { open(ScreenCode::term); }
 
   FullTermWindow& open_full_screen() {
     QTest::mouseClick(window.findChild<QPushButton*>(QStringLiteral("full_screen")), Qt::LeftButton);

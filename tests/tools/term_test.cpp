@@ -12,9 +12,6 @@ namespace {
 
 using namespace std::chrono_literals;
 
-constexpr int term_entry = 5;
-constexpr int diag_entry = 9;
-
 /// The window with the terminal on show and the focus in its typing box.
 struct TermBench : WindowBench {
   TypingBox* typing;
@@ -22,7 +19,7 @@ struct TermBench : WindowBench {
 
   explicit TermBench(bool port_opens = true, std::string_view address = "0") : WindowBench(port_opens) {
     program.services().settings.reader_address = address;
-    click_menu(term_entry);
+    open(ScreenCode::term);
     typing = find<TypingBox>("Text7");
     received = find<TerminalView>("Text1");
   }
@@ -135,8 +132,8 @@ TEST(term, f10_sends_the_address_as_it_was_when_the_screen_was_entered) {
   TermBench bench(true, "5");
   bench.program.services().settings.reader_address = "6";
   bench.press(Qt::Key_F10);
-  bench.click_menu(diag_entry);
-  bench.click_menu(term_entry);
+  bench.open(ScreenCode::diag);
+  bench.open(ScreenCode::term);
   bench.press(Qt::Key_F10);
   EXPECT_TRUE(bytes_equal(bench.port.written(), "\x85\x86"));
 }
@@ -145,7 +142,7 @@ TEST(term, a_blank_address_is_told_on_entry_and_f10_sends_the_one_before) {
   WindowBench bench;
   bench.program.services().settings.reader_address = "";
   bench.dialogs.expect_message("A Network address has not been set");
-  bench.click_menu(term_entry);
+  bench.open(ScreenCode::term);
   bench.dialogs.verify();
   QTest::keyClick(bench.find("Text7"), Qt::Key_F10);
   EXPECT_TRUE(bytes_equal(bench.port.written(), "\0"_bytes));
@@ -365,9 +362,9 @@ TEST(term, a_text_put_in_behind_a_box_waits_for_its_answer) {
 TEST(term, a_paste_ends_when_another_screen_is_shown) {
   TermBench bench;
   bench.typing->type(QString(1000, u'x'));
-  bench.click_menu(diag_entry);
+  bench.open(ScreenCode::diag);
   const std::size_t sent = bench.port.written().size();
-  bench.click_menu(term_entry);
+  bench.open(ScreenCode::term);
   bench.pump.idle(2000ms);
   EXPECT_EQ(bench.port.written().size(), sent);
 }
@@ -459,10 +456,10 @@ TEST(term, texts_stay_over_a_change_of_screens_and_nothing_is_received_meanwhile
   TermBench bench;
   bench.type("a");
   bench.receive("b");
-  bench.click_menu(diag_entry);
+  bench.open(ScreenCode::diag);
   bench.receive("c");
   EXPECT_EQ(bench.port.waiting(), "c");
-  bench.click_menu(term_entry);
+  bench.open(ScreenCode::term);
   bench.pump.idle(5ms);
   EXPECT_EQ(bench.typed_lines(), Lines{"a"});
   EXPECT_EQ(bench.received_lines(), Lines{"bc"});

@@ -13,8 +13,6 @@
 
 namespace {
 
-constexpr int term_entry = 5;
-
 /// The ink within a cell: grey levels, row by row, of the cell's own width and height.
 QImage cell_of(TerminalView& view, int offset) {
   const QImage picture = view.viewport()->grab().toImage().convertToFormat(QImage::Format_Grayscale8);
@@ -132,7 +130,7 @@ TEST(terminal_view, shows_as_many_whole_columns_and_rows_as_its_size_was_asked_f
 TEST(terminal_view, boxes_of_the_terminal_screen_show_twenty_columns_and_three_rows_in_the_smallest_window) {
   WindowBench bench;
   bench.window.resize(bench.window.minimumSize());
-  bench.click_menu(term_entry);
+  bench.open(ScreenCode::term);
   QCoreApplication::processEvents();
   for (const char* const name : {"Text7", "Text1"}) {
     auto& view = *bench.find<TerminalView>(name);

@@ -2,6 +2,7 @@
 // simulated access reader, judged at a card, and the list and the log uploaded again.
 
 #include "access/schedule_file.h"
+#include "support/test_folder.h"
 #include "support/whole_bench.h"
 
 #include <QAction>
@@ -9,19 +10,14 @@
 #include <QMainWindow>
 #include <QMenu>
 #include <QMenuBar>
-#include <QTemporaryDir>
 
 #include <algorithm>
-#include <fstream>
 #include <functional>
-#include <iterator>
 #include <numeric>
 
 namespace {
 
 using namespace std::chrono_literals;
-
-constexpr int orintautil_index = 10;
 
 class AccessWhole : public testing::TestWithParam<bool> {
  protected:
@@ -31,9 +27,9 @@ class AccessWhole : public testing::TestWithParam<bool> {
 
   AccessWhole() {
     if (networked) {
-      bench.use_network("5");
+      bench.type_network("5");
     }
-    bench.click_menu(orintautil_index);
+    bench.open(ScreenCode::orintautil);
   }
 
   static readersim::Options options(bool networked) {
@@ -41,16 +37,9 @@ class AccessWhole : public testing::TestWithParam<bool> {
         networked ? std::vector<std::string>{"--network", "4-6", "--family", "Orinta", "--no-console"}
                   : std::vector<std::string>{"--family", "Orinta", "--no-console"});
   }
-  [[nodiscard]] std::filesystem::path path(const std::string& name) const {
-    return std::filesystem::path(folder_.path().toStdString()) / name;
-  }
-  [[nodiscard]] std::string file(const std::string& name) const {
-    std::ifstream file(path(name), std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
-  }
-  void write(const std::string& name, const std::string& bytes) const {
-    std::ofstream(path(name), std::ios::binary) << bytes;
-  }
+  [[nodiscard]] std::filesystem::path path(const std::string& name) const { return folder_.path(name); }
+  [[nodiscard]] std::string file(const std::string& name) const { return folder_.read(name); }
+  void write(const std::string& name, const std::string& bytes) const { folder_.write(name, bytes); }
   /// The times between the commands that one download brought to the reader, shortest first.
   std::vector<readersim::TimePoint> pauses_of(const std::string& command,
                                               const std::function<void()>& download) {
@@ -126,7 +115,7 @@ class AccessWhole : public testing::TestWithParam<bool> {
   }
 
  private:
-  const QTemporaryDir folder_;
+  const TestFolder folder_;
 };
 
 INSTANTIATE_TEST_SUITE_P(both, AccessWhole, testing::Bool(),

@@ -129,7 +129,7 @@ TEST_P(Failing, is_told_in_bounded_time_and_the_next_click_works) {
   for (const Fault& fault : faults) {
     SCOPED_TRACE(fault.console);
     SimBench bench(network_of(button.family));
-    bench.use_network();
+    bench.type_network("5");
     bench.port.console("fault 5 " + fault.console);
     Step failing = button.step;
     const bool any_byte_will_do = button.step.button == "clear";
@@ -150,7 +150,7 @@ TEST_P(Failing, is_told_in_bounded_time_and_the_next_click_works) {
       closed.messages.clear();
       perform(bench, closed);
       bench.port.replug();
-      bench.click_menu(0);
+      bench.open(ScreenCode::com);
       bench.click(control_of(bench.window, "comm_port_0"));
     }
     perform(bench, button.step);
@@ -172,20 +172,20 @@ void spoil_after(SimBench& bench, const std::string& frame, const std::string& f
 
 /// A reading of the clock; where presence is asked first, that answer is good.
 struct ClockRead {
-  int menu;
+  ScreenCode screen;
   readersim::Family family;
   bool presence;
 };
 
 void read_spoilt_clock(SimBench& bench, const ClockRead& read, const std::string& fault) {
-  bench.use_network();
+  bench.type_network("5");
   bench.port.console("set 5 clock 0104151305097");
   if (read.presence) {
     spoil_after(bench, "\x85\x02V\x03", fault);
   } else {
     bench.port.console("fault 5 " + fault);
   }
-  perform(bench, press(read.menu, "read_date_time"));
+  perform(bench, press(read.screen, "read_date_time"));
   expect_free(bench);
 }
 
@@ -195,7 +195,7 @@ QString shown_clock(const SimBench& bench) {
 
 void expect_next_reading_works(SimBench& bench, const ClockRead& read) {
   EXPECT_EQ(bench.port.console("faults"), "no faults\n");
-  perform(bench, press(read.menu, "read_date_time"));
+  perform(bench, press(read.screen, "read_date_time"));
   EXPECT_TRUE(shown_clock(bench).startsWith(QStringLiteral("04/15/2001  13:05:")));
 }
 
@@ -205,7 +205,7 @@ const std::vector<ClockRead> clock_reads{{orinparam, readersim::Family::orin, tr
 
 TEST(config_clock, a_time_cut_short_is_told_and_shows_nothing) {
   for (const ClockRead& read : clock_reads) {
-    SCOPED_TRACE(read.menu);
+    SCOPED_TRACE(static_cast<int>(read.screen));
     SimBench bench(network_of(read.family));
     bench.dialogs.expect_message(error_reading);
     read_spoilt_clock(bench, read, "cut 5");
@@ -216,7 +216,7 @@ TEST(config_clock, a_time_cut_short_is_told_and_shows_nothing) {
 
 TEST(config_clock, strange_characters_within_a_time_are_shown_where_they_stand) {
   for (const ClockRead& read : clock_reads) {
-    SCOPED_TRACE(read.menu);
+    SCOPED_TRACE(static_cast<int>(read.screen));
     SimBench bench(network_of(read.family));
     // Behind the first digit of the year come two characters; the others move up, the last two are not shown.
     read_spoilt_clock(bench, read, "garbage-at 4 2");
@@ -244,7 +244,7 @@ void expect_upload(bool network, const std::vector<std::string>& records) {
   }
   SimBench bench(options);
   if (network) {
-    bench.use_network();
+    bench.type_network("5");
   }
   bench.port.reader(network ? 5 : 0).log.records = records;
   bench.dialogs.expect_save("Upload Log", bench.path());
@@ -297,7 +297,7 @@ TEST(config_upload, a_reader_that_fails_in_the_middle_times_out_and_keeps_what_c
                              Fault{"garbage 1"}, Fault{"hang-up 3", true}}) {
     SCOPED_TRACE(fault.console);
     SimBench bench(network_of(readersim::Family::ferro_kesh));
-    bench.use_network();
+    bench.type_network("5");
     bench.port.reader(5).log.records = {"first", "second", "third"};
     bench.dialogs.expect_save("Upload Log", bench.path());
     spoil_after(bench, "\x85\x02l\x03", fault.console);  // the first record passes
@@ -311,7 +311,7 @@ TEST(config_upload, a_reader_that_fails_in_the_middle_times_out_and_keeps_what_c
     bench.port.console("fault clear");
     if (fault.hangs_up) {
       bench.port.replug();
-      bench.click_menu(0);
+      bench.open(ScreenCode::com);
       bench.click(control_of(bench.window, "comm_port_0"));
     }
     bench.dialogs.expect_save("Upload Log", bench.path());

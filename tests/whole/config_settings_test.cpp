@@ -19,7 +19,7 @@ struct OneReader : SimBench {
   OneReader(readersim::Family family, bool network)
       : SimBench(network ? network_of(family) : plain_line_of(family)), address(network ? 5 : 0) {
     if (network) {
-      use_network();
+      type_network("5");
     }
   }
 
@@ -86,7 +86,7 @@ const std::vector<Move> formats{
 };
 
 void set_port(SimBench& bench, const std::vector<std::string>& options) {
-  bench.click_menu(0);
+  bench.open(ScreenCode::com);
   for (const std::string& option : options) {
     bench.click(control_of(bench.window, option));
   }
@@ -94,7 +94,7 @@ void set_port(SimBench& bench, const std::vector<std::string>& options) {
 
 /// The identification that the diagnostics show; "" when the reader is not connected, which is told.
 std::string identification(SimBench& bench) {
-  perform(bench, press(diagnostics, "reader_identification"));
+  perform(bench, press(diag, "reader_identification"));
   return static_cast<QLineEdit*>(control_of(bench.window, "Text4"))->text().toStdString();
 }
 
@@ -130,13 +130,13 @@ TEST(config_settings, a_reader_that_got_another_format_is_silent_until_the_port_
   }
 }
 
-using Names = std::set<std::pair<int, std::string>>;
+using Names = std::set<std::pair<ScreenCode, std::string>>;
 
 void add_names(Names& names, const Work& work) {
   for (const Step& step : work.steps) {
-    names.emplace(step.menu, step.button);
+    names.emplace(step.screen, step.button);
     for (const std::string& choice : step.choices) {
-      names.emplace(step.menu, choice);
+      names.emplace(step.screen, choice);
     }
   }
 }
@@ -164,11 +164,11 @@ TEST(config_settings, nothing_that_sets_a_reader_up_is_left_out) {
   Names left = {};
   const Names used = pressed();
   SimBench bench(readersim::Family::vell);
-  for (const int menu : {vellsetup, orinparam, keshsetup, quorsetup, symbology}) {
-    bench.click_menu(menu);
+  for (const ScreenCode screen : {vellsetup, orinparam, keshsetup, quorsetup, symbology}) {
+    bench.open(screen);
     for (const auto* const button :
          bench.window.screen(bench.window.screen_code())->findChildren<QAbstractButton*>()) {
-      if (const std::pair name{menu, button->objectName().toStdString()}; !used.contains(name)) {
+      if (const std::pair name{screen, button->objectName().toStdString()}; !used.contains(name)) {
         left.insert(name);
       }
     }

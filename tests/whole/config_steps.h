@@ -15,17 +15,17 @@
 
 namespace config_scripts {
 
-constexpr int vellsetup = 1;
-constexpr int orinparam = 2;
-constexpr int keshsetup = 3;
-constexpr int quorsetup = 4;
-constexpr int symbology = 8;
-constexpr int diagnostics = 9;
-constexpr int keshutil = 11;
+using ScreenCode::diag;
+using ScreenCode::keshsetup;
+using ScreenCode::keshutil;
+using ScreenCode::orinparam;
+using ScreenCode::quorsetup;
+using ScreenCode::symbology;
+using ScreenCode::vellsetup;
 
 /// Boxes filled, choices made, a button pressed, and the boxes that follow.
 struct Step {
-  int menu;
+  ScreenCode screen;
   std::vector<std::pair<std::string, std::string>> boxes;
   std::vector<std::string> choices;
   std::string button;
@@ -44,15 +44,15 @@ struct Work {
   std::vector<Wanted> wanted;
 };
 
-inline Step press(int menu, std::string button) {
-  return {menu, {}, {}, std::move(button), {}};
+inline Step press(ScreenCode screen, std::string button) {
+  return {screen, {}, {}, std::move(button), {}};
 }
-inline Step fill(int menu, std::string box, std::string text, std::string button) {
-  return {menu, {{std::move(box), std::move(text)}}, {}, std::move(button), {}};
+inline Step fill(ScreenCode screen, std::string box, std::string text, std::string button) {
+  return {screen, {{std::move(box), std::move(text)}}, {}, std::move(button), {}};
 }
-inline Step choose(int menu, std::vector<std::string> choices, std::string button,
+inline Step choose(ScreenCode screen, std::vector<std::string> choices, std::string button,
                    std::vector<std::string> messages = {}) {
-  return {menu, {}, std::move(choices), std::move(button), std::move(messages)};
+  return {screen, {}, std::move(choices), std::move(button), std::move(messages)};
 }
 
 /// A control of the screen on show by its object name.
@@ -74,7 +74,7 @@ inline void retype(QWidget* box, const std::string& text) {
 
 template <typename Bench>
 void perform(Bench& bench, const Step& step) {
-  bench.click_menu(step.menu);
+  bench.open(step.screen);
   for (const auto& [box, text] : step.boxes) {
     retype(control_of(bench.window, box), text);
   }

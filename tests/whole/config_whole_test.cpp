@@ -56,7 +56,7 @@ TEST_P(SetUp, what_every_reader_has_from_the_screens_on_a_plain_line) {
 
 TEST_P(SetUp, from_the_screens_on_a_network) {
   WholeBench bench(reader_at(5, GetParam().family));
-  bench.use_network("5");
+  bench.type_network("5");
   expect_done(bench, 5, GetParam().work);
 }
 
@@ -69,7 +69,7 @@ TEST_P(SetUp, sets_the_readers_clock_to_that_of_the_computer) {
     return;
   }
   WholeBench bench(reader_at(5, script.family));
-  bench.use_network("5");
+  bench.type_network("5");
   bench.readers.console("set 5 clock 0101010000001");
   ASSERT_TRUE(bench.readers.value(5, "clock").starts_with("01-01-01"));
   perform(bench, steps.back());
@@ -82,8 +82,8 @@ INSTANTIATE_TEST_SUITE_P(every_family, SetUp, testing::ValuesIn(scripts()), name
 
 TEST(config_whole, a_clock_that_was_set_reads_back_on_all_three_screens) {
   WholeBench bench(reader_at(5, readersim::Family::orin));
-  bench.use_network("5");
-  bench.click_menu(orinparam);
+  bench.type_network("5");
+  bench.open(orinparam);
   const auto shown = [&bench](const char* display) {
     return static_cast<QLabel*>(control_of(bench.window, display))->text().toStdString();
   };
@@ -97,8 +97,8 @@ TEST(config_whole, a_clock_that_was_set_reads_back_on_all_three_screens) {
   ASSERT_EQ(read.size(), 20U);
   const std::string set = to_the_minute(read);
   EXPECT_TRUE(set == before || set == to_the_minute(shown("current_date_time"))) << read;
-  for (const int menu : {keshsetup, quorsetup}) {
-    bench.click_menu(menu);
+  for (const ScreenCode screen : {keshsetup, quorsetup}) {
+    bench.open(screen);
     EXPECT_EQ(shown("reader_date_time"), read);
   }
 }
@@ -106,7 +106,7 @@ TEST(config_whole, a_clock_that_was_set_reads_back_on_all_three_screens) {
 TEST(config_whole, every_reader_of_a_network_obeys_the_global_address) {
   readersim::Options options = readersim::parse_options({"--network", "5,6", "--family", "orin"});
   WholeBench bench(options);
-  bench.use_network("127");
+  bench.type_network("127");
   perform(bench, {orinparam,
                   {{"Text2", "8"}, {"Text3", "7"}, {"Text5", "12"}},
                   {},
@@ -119,31 +119,31 @@ TEST(config_whole, every_reader_of_a_network_obeys_the_global_address) {
 
 TEST(config_whole, a_reader_that_got_another_speed_is_silent_until_the_port_follows) {
   WholeBench bench(readersim::Family::vell);
-  bench.click_menu(vellsetup);
+  bench.open(vellsetup);
   bench.click("19200 Baud");
   ASSERT_TRUE(wait_until([&] { return bench.readers.value(0, "line") == "19200 8N"; }));
-  bench.click_menu(diagnostics);
+  bench.open(diag);
   bench.dialogs.expect_message("Reader is not Connected");
   bench.click("Reader Identification");
-  bench.click_menu(0);
+  bench.open(ScreenCode::com);
   bench.click(bench.find("baud_rate_4"));
-  bench.click_menu(diagnostics);
+  bench.open(diag);
   bench.click("Reader Identification");
   EXPECT_EQ(bench.find<QLineEdit>("Text4")->text().toStdString(), bench.readers.value(0, "identification"));
 }
 
 TEST(config_whole, a_reader_that_got_another_address_is_silent_until_the_address_follows) {
   WholeBench bench(reader_at(5, readersim::Family::vell));
-  bench.use_network("5");
-  bench.click_menu(vellsetup);
+  bench.type_network("5");
+  bench.open(vellsetup);
   retype(control_of(bench.window, "Text18"), "42");
   // The reader has moved before it could acknowledge, or acknowledges first: both leave it at its new place.
   bench.click("Set Reader Address");
   EXPECT_EQ(bench.readers.value(42, "address"), "42");
   bench.dialogs.expect_message("Reader does not acknowledge command");
   bench.click("Sense 1 Auto");
-  bench.use_network("42");
-  bench.click_menu(vellsetup);
+  bench.type_network("42");
+  bench.open(vellsetup);
   bench.click("Sense 1 Auto");
   EXPECT_EQ(bench.readers.value(42, "sense 1"), "auto");
 }
@@ -154,7 +154,7 @@ TEST(config_whole, what_a_reader_collected_is_fetched_to_a_file_and_cleared) {
                              : readersim::parse_options({"--family", "Glint Kesh"}));
     const int address = network ? 5 : 0;
     if (network) {
-      bench.use_network("5");
+      bench.type_network("5");
     }
     perform(bench, {keshsetup,
                     {{"Text19", "20"}},
@@ -170,7 +170,7 @@ TEST(config_whole, what_a_reader_collected_is_fetched_to_a_file_and_cleared) {
     bench.readers.console("swipe " + place + " 12345678901234567890cut");
     const QTemporaryDir folder;
     const std::filesystem::path path = std::filesystem::path(folder.path().toStdString()) / "log.txt";
-    bench.click_menu(keshutil);
+    bench.open(keshutil);
     bench.dialogs.expect_save("Upload Log", path);
     bench.dialogs.expect_message("Upload Complete");
     bench.click("Upload");

@@ -3,14 +3,13 @@
 #include "shell/program.h"
 #include "support/scripted_dialogs.h"
 #include "support/sim_port.h"
+#include "support/test_folder.h"
 #include "support/test_printer.h"
+#include "support/window_hands.h"
 #include "whole/config_steps.h"
 
-#include <QTemporaryDir>
-
 #include <filesystem>
-#include <fstream>
-#include <iterator>
+#include <string>
 
 /// One reader on a network, at address 5.
 inline readersim::Options network_of(readersim::Family family) {
@@ -28,14 +27,14 @@ inline readersim::Options plain_line_of(readersim::Family family) {
 }
 
 /// The whole window on simulated readers at virtual time.
-struct SimBench {
+struct SimBench : WindowHands<SimBench> {
   TestPump pump;
   SimPort port;
   ScriptedDialogs dialogs{&pump};
   TestPrinter printer;
   Program program{port, pump, dialogs, printer};
   MainWindow window{program.services()};
-  QTemporaryDir folder;
+  TestFolder folder;
 
   template <typename Readers>
   explicit SimBench(const Readers& readers) : port(pump, readers) {
@@ -45,20 +44,6 @@ struct SimBench {
     EXPECT_TRUE(QTest::qWaitForWindowActive(&window));
   }
 
-  void click_menu(int index) { QTest::mouseClick(window.menu().entry(index), Qt::LeftButton); }
-  void click(QWidget* widget) {
-    QTest::mouseClick(widget, Qt::LeftButton, {}, QPoint(10, widget->height() / 2));
-  }
-  void use_network() {
-    click_menu(0);
-    click(config_scripts::control_of(window, "network_mode_0"));
-    config_scripts::retype(config_scripts::control_of(window, "reader_address"), "5");
-  }
-  [[nodiscard]] std::filesystem::path path() const {
-    return std::filesystem::path(folder.path().toStdString()) / "uploadlog.txt";
-  }
-  [[nodiscard]] std::string file() const {
-    std::ifstream stream(path(), std::ios::binary);
-    return {std::istreambuf_iterator<char>(stream), {}};
-  }
+  [[nodiscard]] std::filesystem::path path() const { return folder.path("uploadlog.txt"); }
+  [[nodiscard]] std::string file() const { return folder.read("uploadlog.txt"); }
 };

@@ -29,9 +29,6 @@ namespace {
 
 using namespace std::chrono_literals;
 
-constexpr int protocol_test = 6;
-constexpr int hardware_test = 7;
-
 readersim::Options network(const char* addresses = "0-126") {
   return readersim::parse_options({"--network", addresses, "--no-console", "--delay", "2"});
 }
@@ -44,7 +41,7 @@ void type(QWidget* box, const QString& text) {
 }
 
 struct PollWhole : WholeBench {
-  explicit PollWhole(const readersim::Options& options) : WholeBench(options) { click_menu(protocol_test); }
+  explicit PollWhole(const readersim::Options& options) : WholeBench(options) { open(ScreenCode::prottest); }
 
   void set(int first, int last, int delay, int time_out) {
     type(find("Text8"), QString::number(first));
@@ -160,7 +157,7 @@ struct HardtestWhole {
     profile.commands = {"V", "}00", "{00"};
     profile.waits = {wait, "10", "10"};
     save_profile(default_profile(), profile);
-    bench.click_menu(hardware_test);
+    bench.open(ScreenCode::test);
   }
   QString output() { return bench.find<TerminalView>("Text29")->text(); }
   QString identification() { return QString::fromStdString(bench.readers.value(0, "identification")); }
@@ -357,8 +354,8 @@ TEST(tools_whole, the_profile_that_comes_with_the_program_runs_against_a_reader_
   const QTemporaryDir home;
   const ScopedVariable variable{"HOME", home.path().toStdString()};
   WholeBench bench(network("3"));
-  bench.use_network("3");
-  bench.click_menu(hardware_test);
+  bench.type_network("3");
+  bench.open(ScreenCode::test);
   bench.click("F1  Start");
   const QString output = bench.find<TerminalView>("Text29")->text();
   const QString identification = QString::fromStdString(bench.readers.value(3, "identification"));
