@@ -3,42 +3,16 @@
 #include "shell/program.h"
 #include "support/fake_port.h"
 #include "support/scripted_dialogs.h"
+#include "support/test_folder.h"
 #include "support/test_printer.h"
 #include "support/test_pump.h"
 
 #include <QAction>
 #include <QMenu>
 #include <QMenuBar>
-#include <QTemporaryDir>
 #include <QTest>
 
-#include <filesystem>
-#include <fstream>
 #include <gtest/gtest.h>
-#include <iterator>
-#include <string>
-
-/// A folder of its own for the files of a test.
-class TestFolder {
- public:
-  [[nodiscard]] std::filesystem::path path(std::string_view name) const {
-    return std::filesystem::path(folder_.path().toStdString()) / name;
-  }
-  std::filesystem::path write(std::string_view name, std::string_view bytes) const {
-    std::ofstream(path(name), std::ios::binary) << bytes;
-    return path(name);
-  }
-  [[nodiscard]] std::string read(std::string_view name) const {
-    std::ifstream file(path(name), std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
-  }
-  [[nodiscard]] QString shown(std::string_view name) const {
-    return QString::fromStdString(path(name).string());
-  }
-
- private:
-  const QTemporaryDir folder_;
-};
 
 /// An editor's window, open and active, with scripted dialogs.
 template <typename Window>

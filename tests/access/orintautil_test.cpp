@@ -10,13 +10,11 @@
 
 namespace {
 
-constexpr int menu_index = 10;
-
 struct Orintautil : testing::Test, WindowBench {
   TestFolder folder;
   QLabel* progress = find<QLabel>("progress");
 
-  Orintautil() { click_menu(menu_index); }
+  Orintautil() { open(ScreenCode::orintautil); }
   void press(const char* name) { click(find<QPushButton>(name)); }
   /// The reader answers the connection test.
   void answer_test() { port.answer("V\r", "ORIN 1.23 SN 0001\r"); }
@@ -53,8 +51,8 @@ TEST_F(Orintautil, has_its_groups_buttons_and_note) {
 
 TEST_F(Orintautil, entering_the_screen_hides_the_progress) {
   progress->show();
-  click_menu(0);
-  click_menu(menu_index);
+  open(ScreenCode::com);
+  open(ScreenCode::orintautil);
   EXPECT_FALSE(progress->isVisible());
 }
 
@@ -84,9 +82,9 @@ TEST_F(Orintautil, download_of_the_access_list_takes_the_record_length_of_the_se
 }
 
 TEST_F(Orintautil, a_record_length_that_was_only_typed_is_enough_for_the_download) {
-  click_menu(2);
+  open(ScreenCode::orinparam);
   QTest::keyClicks(find<QLineEdit>("Text2"), QStringLiteral("12"));
-  click_menu(menu_index);
+  open(ScreenCode::orintautil);
   answer_test();
   port.answer("AC007123456789012\r", "A\r");
   dialogs.expect_open("Download Access List File",
@@ -124,7 +122,7 @@ TEST_F(Orintautil, a_file_that_is_not_there_ends_the_click_and_the_menu_stays_fr
   dialogs.expect_open("Download Schedule File", folder.path("none.txt"));
   dialogs.expect_message("File not found: " + folder.path("none.txt").string());
   press("schedules_download");
-  click_menu(0);
+  open(ScreenCode::com);
   EXPECT_EQ(window.screen_code(), ScreenCode::com);
 }
 
@@ -132,13 +130,13 @@ TEST_F(Orintautil, the_menu_refuses_to_leave_a_download) {
   answer_test();
   dialogs.expect_open("Download Schedule File",
                       folder.write("week.txt", "01 00 " + std::string(56, '0') + "\r\n"));
-  pump.after(std::chrono::milliseconds(1000), [this] { click_menu(0); });
+  pump.after(std::chrono::milliseconds(1000), [this] { open(ScreenCode::com); });
   dialogs.expect_message(
       "You are currently downloading and the download must finish before changing screens");
   dialogs.expect_message("Reader timed out");
   press("schedules_download");
   EXPECT_EQ(window.screen_code(), ScreenCode::orintautil);
-  click_menu(0);
+  open(ScreenCode::com);
   EXPECT_EQ(window.screen_code(), ScreenCode::com);
 }
 

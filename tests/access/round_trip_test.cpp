@@ -4,7 +4,7 @@
 #include "access/access_file.h"
 #include "access/access_list.h"
 #include "access/schedule_file.h"
-#include "access/simulated_line.h"
+#include "access/simulated_bench.h"
 #include "link/numbers.h"
 
 #include <gtest/gtest.h>
@@ -41,7 +41,7 @@ class RoundTrip : public testing::TestWithParam<bool> {
 
   RoundTrip() { set_record_length("18"); }
   void set_record_length(const std::string& length) {
-    bench.simulated.reader().settings.set(readersim::Setting::record_length, length);
+    bench.reader().settings.set(readersim::Setting::record_length, length);
   }
   void download_list(const std::string& list, std::string_view record_length = "18") {
     bench.write_file("list.txt", list);
@@ -66,7 +66,7 @@ class RoundTrip : public testing::TestWithParam<bool> {
       expected += padded(padded(row.id, record_length), 70) + with_leading_zeros(row.schedule, 2) + "\r\n";
     }
     download_list(list, std::to_string(record_length));
-    const auto& entries = bench.simulated.reader().access.entries();
+    const auto& entries = bench.reader().access.entries();
     ASSERT_EQ(entries.size(), rows.size());
     for (std::size_t i = 0; i < rows.size(); ++i) {
       EXPECT_EQ(entries[i].id, padded(rows[i].id, record_length)) << "row " << i;
@@ -189,10 +189,10 @@ TEST_P(RoundTrip, an_empty_reader_uploads_an_empty_list) {
 }
 
 TEST_P(RoundTrip, refusals_of_the_reader_are_counted) {
-  bench.simulated.console("answer " + reader + " N 2");
+  bench.port.console("answer " + reader + " N 2");
   download_list(line("1", "01") + "\r\n" + line("2", "01") + "\r\n" + line("3", "01") + "\r\n");
   EXPECT_EQ(bench.status_text, "Records Downloaded: 00003  Errors: 00002");
-  EXPECT_EQ(bench.simulated.reader().access.entries().size(), 1U);
+  EXPECT_EQ(bench.reader().access.entries().size(), 1U);
 }
 
 TEST_P(RoundTrip, a_whole_schedule_file_arrives) {
@@ -210,7 +210,7 @@ TEST_P(RoundTrip, a_whole_schedule_file_arrives) {
   EXPECT_EQ(bench.dialogs.messages, Texts{"        Download Complete         "});
   EXPECT_EQ(bench.status_text, "Records Downloaded: 00792  Errors: 00000");
   for (int n = 1; n <= 99; ++n) {
-    const auto& schedule = bench.simulated.reader().schedules.at(n);
+    const auto& schedule = bench.reader().schedules.at(n);
     EXPECT_EQ(schedule.associated, n < 99 ? n + 1 : 0);
     for (std::size_t d = 0; d < 7; ++d) {
       EXPECT_EQ(schedule.days[d], table.texts(n).start[d] + table.texts(n).end[d]) << n << " " << d;
@@ -227,11 +227,11 @@ TEST_P(RoundTrip, cards_are_let_in_by_list_schedule_and_clock_and_the_log_comes_
   download_list(line("4711", "05") + "\r\n");
   download_schedules(table.write());
 
-  readersim::Reader& access_reader = bench.simulated.reader();
+  readersim::Reader& access_reader = bench.reader();
   const auto let_in = [&](const std::string& clock, const std::string& card) {
-    EXPECT_TRUE(access_reader.clock.set(clock, bench.simulated.now()));
+    EXPECT_TRUE(access_reader.clock.set(clock, bench.port.now()));
     const int before = access_reader.relay_operations;
-    bench.simulated.console("swipe " + reader + " " + card);
+    bench.port.console("swipe " + reader + " " + card);
     bench.pump.idle(std::chrono::seconds(30));
     return access_reader.relay_operations > before;
   };
@@ -256,14 +256,14 @@ TEST_P(RoundTrip, cards_are_let_in_by_list_schedule_and_clock_and_the_log_comes_
 TEST(RoundTripToAll, a_broadcast_list_reaches_the_reader_unanswered) {
   SimulatedBench bench{readersim::Family::orinta, true};
   bench.settings.reader_address = "127";
-  bench.simulated.reader().settings.set(readersim::Setting::record_length, "5");
+  bench.reader().settings.set(readersim::Setting::record_length, "5");
   bench.write_file("list.txt", line("12345", "07") + "\r\n" + line("678", "08") + "\r\n");
   bench.dialogs.file = bench.path("list.txt");
   bench.transfers.download_access_list("5", bench.status);
   EXPECT_EQ(bench.dialogs.messages,
             (Texts{"Warning - you are downloading to all readers", "        Download Complete         "}));
-  ASSERT_EQ(bench.simulated.reader().access.entries().size(), 2U);
-  EXPECT_EQ(bench.simulated.reader().access.entries()[1].id, "678  ");
+  ASSERT_EQ(bench.reader().access.entries().size(), 2U);
+  EXPECT_EQ(bench.reader().access.entries()[1].id, "678  ");
   EXPECT_EQ(bench.pump.elapsed(), std::chrono::milliseconds(500));
 }
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "access/simulated_line.h"
+#include "access/simulated_bench.h"
 
 #include <algorithm>
 #include <gtest/gtest.h>
@@ -23,7 +23,7 @@ struct Operation {
 };
 
 inline void prepare(SimulatedBench& bench) {
-  readersim::Reader& reader = bench.simulated.reader();
+  readersim::Reader& reader = bench.reader();
   reader.settings.set(readersim::Setting::record_length, "5");
   reader.access.clear();
   EXPECT_TRUE(reader.access.put("12345", 7));
@@ -98,9 +98,9 @@ inline Outcome run_spoilt(const Operation& operation, bool networked, int answer
   prepare(bench);
   const std::string reader = std::to_string(networked ? SimulatedBench::address : 0);
   int asked = 0;
-  bench.simulated.before_write = [&](std::string_view bytes) {
+  bench.port.before_write = [&](std::string_view bytes) {
     if (asks_for_an_answer(bytes, networked) && asked++ == answer) {
-      EXPECT_EQ(bench.simulated.console("fault " + reader + " " + fault), "");
+      EXPECT_EQ(bench.port.console("fault " + reader + " " + fault), "");
     }
   };
   operation.run(bench);
@@ -115,10 +115,10 @@ inline Outcome run_spoilt(const Operation& operation, bool networked, int answer
                   std::filesystem::exists(bench.path("up.txt"))};
 
   // Whatever went wrong, the next transfer works.
-  bench.simulated.before_write = {};
-  bench.simulated.console("fault clear");
+  bench.port.before_write = {};
+  bench.port.console("fault clear");
   if (outcome.hung_up) {
-    bench.simulated.console("replug");
+    bench.port.console("replug");
     EXPECT_TRUE(bench.link.opencomm());
   }
   bench.pump.idle(std::chrono::seconds(10));  // what a late answer still has to say is over by then

@@ -2,15 +2,11 @@
 
 #include "access/transfers.h"
 #include "support/link_bench.h"
+#include "support/test_folder.h"
 
-#include <QTemporaryDir>
-
-#include <algorithm>
 #include <deque>
 #include <filesystem>
-#include <fstream>
 #include <functional>
-#include <iterator>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -112,7 +108,7 @@ struct TransferBench : LinkBench {
   StatusLine status{[this](std::string_view text) { shown.emplace_back(text); },
                     [this] { shown.emplace_back("(hidden)"); }};
 
-  TransferBench() { std::filesystem::current_path(folder_.path().toStdString()); }
+  TransferBench() { std::filesystem::current_path(folder_.path()); }
   ~TransferBench() { std::filesystem::current_path(old_folder_); }
 
   void use_reader_at(unsigned char address) {
@@ -123,31 +119,16 @@ struct TransferBench : LinkBench {
   }
   void use_all_readers() { use_reader_at(127); }
 
-  [[nodiscard]] std::filesystem::path path(std::string_view name) const {
-    return std::filesystem::path(folder_.path().toStdString()) / name;
-  }
+  [[nodiscard]] std::filesystem::path path(std::string_view name) const { return folder_.path(name); }
   std::filesystem::path write_file(std::string_view name, std::string_view bytes) const {
-    std::ofstream(path(name), std::ios::binary) << bytes;
-    return path(name);
+    return folder_.write(name, bytes);
   }
-  [[nodiscard]] std::string file(std::string_view name) const {
-    std::ifstream file(path(name), std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
-  }
+  [[nodiscard]] std::string file(std::string_view name) const { return folder_.read(name); }
 
  private:
   const std::filesystem::path old_folder_ = std::filesystem::current_path();
-  const QTemporaryDir folder_;
+  const TestFolder folder_;
 };
-
-/// Whether the program has a file open at that path.
-inline bool holds_open(const std::filesystem::path& path) {
-  const std::filesystem::directory_iterator open_files("/proc/self/fd");
-  return std::any_of(begin(open_files), end(open_files), [&path](const auto& open_file) {
-    std::error_code gone;
-    return std::filesystem::read_symlink(open_file.path(), gone) == path;
-  });
-}
 
 inline std::string blanks(std::size_t count) {
   return std::string(count, ' ');

@@ -258,7 +258,7 @@ std::vector<std::string> answers_of(const Operation& operation, bool networked) 
   SimulatedBench bench{operation.family, networked};
   prepare(bench);
   std::vector<std::string> answers;
-  bench.simulated.line().set_observer([&](const readersim::Event& event) {
+  bench.port.line().set_observer([&](const readersim::Event& event) {
     if (event.kind == readersim::Event::Kind::sent) {
       answers.push_back(event.bytes);
     }

@@ -1,6 +1,7 @@
 // A place that fills up in the middle of an upload. A limit to the size of files fails a write half-way as a
 // full disk does.
 
+#include "access/open_files_unix.h"
 #include "access/transfer_bench.h"
 
 #include <csignal>

@@ -1,4 +1,4 @@
-#include "access/transfer_bench.h"
+#include "access/upload_bench.h"
 
 #include <gtest/gtest.h>
 
@@ -8,49 +8,7 @@ using namespace std::chrono_literals;
 using namespace std::string_literals;
 using Texts = std::vector<std::string>;
 
-/// What a test knows of each upload, in words of its own.
-struct Row {
-  const char* name;
-  const UploadKind& kind;
-  std::string title;
-  std::string file_name;
-  std::string request;         // "ur" or "lr"
-  std::string record_request;  // "u" or "l"
-  bool tests_connection;
-  bool cancel_uses_name;
-  std::chrono::milliseconds silence;
-};
-
-const Row access_list{
-    "access_list", access_list_upload, "Upload Access List File", "uploadacc.txt", "ur", "u", true, true,
-    1000ms};
-const Row access_log{
-    "access_log", access_log_upload, "Upload Access Log", "uploadlog.txt", "lr", "l", false, true, 250ms};
-const Row collected{"collected_records",
-                    collected_records_upload,
-                    "Upload Log",
-                    "uploadlog.txt",
-                    "lr",
-                    "l",
-                    true,
-                    false,
-                    250ms};
-
-struct Upload : testing::TestWithParam<Row>, TransferBench {
-  const Row& row = GetParam();
-
-  void expect_dialog() { dialogs.expect_save(row.title, path("up.txt")); }
-  void run() { transfers.upload(row.kind, status); }
-  /// One record as it stands in the file.
-  [[nodiscard]] std::string line(const std::string& id, const std::string& digits) const {
-    const bool list = &row.kind == &access_list_upload;
-    return list ? id + blanks(70 - id.size()) + digits + "\r\n"
-                : id + static_cast<char>(std::stoi(digits)) + "\r\n";
-  }
-};
-
-INSTANTIATE_TEST_SUITE_P(every, Upload, testing::Values(access_list, access_log, collected),
-                         [](const auto& row_info) { return std::string(row_info.param.name); });
+INSTANTIATE_TEST_SUITE_P(every, Upload, testing::ValuesIn(upload_rows), name_of_upload);
 
 TEST_P(Upload, plain_golden_stream) {
   reader.records = {"12345\x07", "678\x0C"};
@@ -142,8 +100,7 @@ TEST_P(Upload, a_long_record_is_taken_in_pieces_of_500) {
   dialogs.expect_message(boxes::upload_complete);
   run();
   const std::string first = list ? std::string(70, 'x') + "07\r\n" : record.substr(0, 500) + "\r\n";
-  EXPECT_TRUE(bytes_equal(file("up.txt"),
-                          first + line("1234", "07") + line("567", "07") + line("89", "07")));
+  EXPECT_TRUE(bytes_equal(file("up.txt"), first + line("1234", "07") + line("567", "07") + line("89", "07")));
 }
 
 TEST_P(Upload, a_record_as_long_as_the_limit_is_one_line_and_costs_no_other) {
@@ -188,48 +145,6 @@ TEST_P(Upload, a_missing_address_on_a_plain_line) {
   run();
   EXPECT_EQ(port.written().empty(), row.tests_connection);
   EXPECT_FALSE(busy.uploading_on);
-}
-
-TEST_P(Upload, a_reader_that_falls_silent_ends_it_with_the_file_left_open) {
-  use_reader_at(5);
-  reader.records = {"12345\x07", "678\x07"};
-  reader.spoil = [](int, std::string_view command, std::string reply) {
-    return command.size() == 1 && command != "V" && reply.find("678") != std::string::npos ? "\x06\x02"s
-                                                                                           : reply;
-  };
-  std::chrono::milliseconds at_box{};
-  expect_dialog();
-  dialogs.expect_message(boxes::upload_time_out, [&] {
-    at_box = pump.elapsed();
-    EXPECT_TRUE(busy.uploading_on);
-    EXPECT_NE(shown.back(), "(hidden)");
-    EXPECT_EQ(file("up.txt"), line("12345", "07")) << "the line has left the program before the box";
-  });
-  run();
-  EXPECT_TRUE(holds_open(path("up.txt")));
-  const auto before = (row.tests_connection ? 15ms : 0ms) + 100ms + 15ms + 100ms + 15ms;
-  EXPECT_EQ(at_box, before + row.silence);
-  EXPECT_FALSE(busy.uploading_on);
-  EXPECT_EQ(shown.back(), "(hidden)");
-  EXPECT_TRUE(port.written().ends_with(row.record_request + "\x03\x06\x06"));
-}
-
-TEST_P(Upload, a_new_upload_first_closes_the_file_that_a_time_out_left_open) {
-  reader.records = {"12345\x07", "678\x07"};
-  reader.spoil = [](int, std::string_view, std::string reply) {
-    return reply.find("678") != std::string::npos ? std::string{} : reply;
-  };
-  expect_dialog();
-  dialogs.expect_message(boxes::upload_time_out);
-  run();
-  EXPECT_TRUE(holds_open(path("up.txt")));
-  reader.spoil = {};
-  reader.records = {"9\x07"};
-  expect_dialog();
-  dialogs.expect_message(boxes::upload_complete);
-  run();
-  EXPECT_EQ(file("up.txt"), line("9", "07"));
-  EXPECT_FALSE(holds_open(path("up.txt")));
 }
 
 TEST_P(Upload, a_request_without_an_acknowledge_times_out_on_a_network) {

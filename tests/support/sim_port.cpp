@@ -47,6 +47,14 @@ std::string SimPort::console(std::string_view command) {
   return said;
 }
 
+std::string SimPort::written() const {
+  std::string all;
+  for (const std::string& bytes : writes) {
+    all += bytes;
+  }
+  return all;
+}
+
 readersim::TimePoint SimPort::now() const {
   return std::chrono::duration_cast<readersim::TimePoint>(pump_.now().time_since_epoch());
 }
@@ -104,6 +112,9 @@ bool SimPort::write(std::string_view bytes) {
     return false;
   }
   writes.emplace_back(bytes);
+  if (before_write) {
+    before_write(bytes);
+  }
   bench_.line().receive(bytes, now());
   listen_later();
   return true;

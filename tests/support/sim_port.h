@@ -4,6 +4,7 @@
 #include "simulator/bench.h"
 #include "support/test_pump.h"
 
+#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -21,12 +22,19 @@ class SimPort : public SerialPort {
 
   bool is_open = false;
   std::vector<std::string> writes;  ///< one entry a write
+  /// All that was written, in one piece.
+  [[nodiscard]] std::string written() const;
+  /// Called with every write before the readers hear it.
+  std::function<void(std::string_view bytes)> before_write;
+  [[nodiscard]] readersim::Line& line() { return bench_.line(); }
   /// The reader at that address as it is now; it may be changed.
   [[nodiscard]] readersim::Reader& reader(int address);
   /// A command to the simulator's console, "fault 5 drop-ack 3"; a mistake in it fails the test.
   std::string console(std::string_view command);
   /// The line is there again after a hang-up.
   void replug() { console("replug"); }
+  /// The time on the readers' side.
+  [[nodiscard]] readersim::TimePoint now() const;
   /// What has arrived and nobody took.
   [[nodiscard]] const std::string& waiting() const { return received_; }
 
@@ -42,7 +50,6 @@ class SimPort : public SerialPort {
   [[nodiscard]] std::string open_error(int port_number) const override;
 
  private:
-  [[nodiscard]] readersim::TimePoint now() const;
   /// Takes what the readers have said by now, and comes again when they say more.
   void listen();
   void listen_later();
