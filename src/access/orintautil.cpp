@@ -26,7 +26,7 @@ QGroupBox* group_of(const char* caption, std::initializer_list<QPushButton*> but
 
 }  // namespace
 
-OrintautilScreen::OrintautilScreen(Services& services, QWidget* parent)
+OrintaUtilScreen::OrintaUtilScreen(Services& services, QWidget* parent)
     : Screen("orintautil", services, parent),
       progress_(new ProgressLine("progress", this)),
       status_(progress_->status()) {
@@ -40,11 +40,11 @@ OrintautilScreen::OrintautilScreen(Services& services, QWidget* parent)
   grid->setRowStretch(4, 1);
 }
 
-void OrintautilScreen::entered() {
+void OrintaUtilScreen::entered() {
   progress_->hide();
 }
 
-QGroupBox* OrintautilScreen::access_list_group() {
+QGroupBox* OrintaUtilScreen::access_list_group() {
   Transfers& transfers = services().transfers;
   return group_of(
       "Access List",
@@ -62,7 +62,7 @@ QGroupBox* OrintautilScreen::access_list_group() {
            QStringLiteral("Edit/Modify"), [this] { open_editor(access_); }, "access_list_edit")});
 }
 
-QGroupBox* OrintautilScreen::log_group() {
+QGroupBox* OrintaUtilScreen::log_group() {
   Transfers& transfers = services().transfers;
   return group_of(
       "Log", {add_button(
@@ -73,7 +73,7 @@ QGroupBox* OrintautilScreen::log_group() {
                   "log_clear")});
 }
 
-QGroupBox* OrintautilScreen::schedules_group() {
+QGroupBox* OrintaUtilScreen::schedules_group() {
   return group_of(
       "Schedules",
       {add_button(
@@ -83,7 +83,7 @@ QGroupBox* OrintautilScreen::schedules_group() {
            QStringLiteral("Edit/Modify"), [this] { open_editor(schedules_); }, "schedules_edit")});
 }
 
-QGroupBox* OrintautilScreen::note() {
+QGroupBox* OrintaUtilScreen::note() {
   auto* const text = new QLabel(QStringLiteral(
       "For readers manufactured prior to 2/1/01, it is suggested to put readers into Vell mode "
       "prior to any downloading"));

@@ -9,11 +9,11 @@ class QGroupBox;
 class ScheduleWindow;
 
 /// Access lists, schedules and logs of the stand-alone access readers: their transfers and their editors.
-class OrintautilScreen : public Screen {
+class OrintaUtilScreen : public Screen {
   Q_OBJECT
 
  public:
-  OrintautilScreen(Services& services, QWidget* parent);
+  OrintaUtilScreen(Services& services, QWidget* parent);
 
   void entered() override;
 

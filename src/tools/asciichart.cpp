@@ -35,7 +35,7 @@ std::array<std::string, 32> chart_rows() {
   return rows;
 }
 
-AsciichartScreen::AsciichartScreen(Services& services, QWidget* parent)
+AsciiChartScreen::AsciiChartScreen(Services& services, QWidget* parent)
     : Screen("asciichart", services, parent) {
   const QString title = QStringLiteral("ASCII Chart");
   auto* const layout = new QVBoxLayout(this);
@@ -45,7 +45,7 @@ AsciichartScreen::AsciichartScreen(Services& services, QWidget* parent)
   layout->addWidget(chart_, 1);
 }
 
-void AsciichartScreen::entered() {
+void AsciiChartScreen::entered() {
   chart_->clear();
   chart_->end_line();
   for (const std::string& row : chart_rows()) {

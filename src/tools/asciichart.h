@@ -8,9 +8,9 @@
 class DrawnText;
 
 /// All 256 character codes with their decimal and hexadecimal values, as the terminals show them.
-class AsciichartScreen : public Screen {
+class AsciiChartScreen : public Screen {
  public:
-  AsciichartScreen(Services& services, QWidget* parent);
+  AsciiChartScreen(Services& services, QWidget* parent);
 
   void entered() override;
 

@@ -32,7 +32,7 @@ QColor screen_colour(PollColour colour) {
 
 }  // namespace
 
-ProttestScreen::ProttestScreen(Services& services, QWidget* parent)
+ProtTestScreen::ProtTestScreen(Services& services, QWidget* parent)
     : Screen("prottest", services, parent),
       poller_(services.link, services.pump, services.dialogs, services.busy, *this) {
   services.checkline = [this] { poller_.checkline(); };
@@ -49,7 +49,7 @@ ProttestScreen::ProttestScreen(Services& services, QWidget* parent)
   layout->addWidget(protdisp_, 1);
 }
 
-QWidget* ProttestScreen::boxes() {
+QWidget* ProtTestScreen::boxes() {
   const auto box = [](const char* object_name, const QString& label) {
     auto* const made = new TextBox(object_name, label, 0, KeyFilter::digits);
     made->set_width_in_characters(5);
@@ -74,7 +74,7 @@ QWidget* ProttestScreen::boxes() {
   return panel;
 }
 
-QWidget* ProttestScreen::buttons() {
+QWidget* ProtTestScreen::buttons() {
   start_ = add_button(
       QStringLiteral("F1 Start"), [this] { poller_.start(typed()); }, "Command86");
   stop_ = add_button(
@@ -97,11 +97,11 @@ QWidget* ProttestScreen::buttons() {
 
 /// The values that polling starts from. What is typed is read by "F1 Start" and never kept, so that every
 /// visit shows these again: that is meant.
-ProttestScreen::~ProttestScreen() {
+ProtTestScreen::~ProtTestScreen() {
   services().checkline = [] {};
 }
 
-void ProttestScreen::entered() {
+void ProtTestScreen::entered() {
   first_address_->setText(QStringLiteral("0"));
   last_address_->setText(QStringLiteral("0"));
   delay_->setText(QStringLiteral("100"));
@@ -109,7 +109,7 @@ void ProttestScreen::entered() {
   show_all_->setChecked(poller_.show_all());
 }
 
-PollBoxes ProttestScreen::typed() const {
+PollBoxes ProtTestScreen::typed() const {
   // A pasted character that is no byte is no number either, and is told as an empty box is.
   const auto bytes = [](const TextBox* box) {
     return code_page::to_windows_1252(box->text()).value_or(std::string());
@@ -117,10 +117,10 @@ PollBoxes ProttestScreen::typed() const {
   return {bytes(first_address_), bytes(last_address_), bytes(delay_), bytes(time_out_)};
 }
 
-void ProttestScreen::clear() {
+void ProtTestScreen::clear() {
   protdisp_->clear();
 }
 
-void ProttestScreen::print(std::string_view line, PollColour colour) {
+void ProtTestScreen::print(std::string_view line, PollColour colour) {
   protdisp_->print(code_page::from_dos_437(line), screen_colour(colour));
 }

@@ -8,10 +8,10 @@ class QCheckBox;
 class TextBox;
 
 /// Tests the readers of a network by polling them over and over.
-class ProttestScreen : public Screen, private PollDisplay {
+class ProtTestScreen : public Screen, private PollDisplay {
  public:
-  ProttestScreen(Services& services, QWidget* parent);
-  ~ProttestScreen() override;
+  ProtTestScreen(Services& services, QWidget* parent);
+  ~ProtTestScreen() override;
 
   void entered() override;
   [[nodiscard]] QPushButton* start_button() const override { return start_; }
