@@ -13,7 +13,8 @@ class UploadFile {
   /// Creates the file or empties an existing one. @return false when that cannot be done; the lines that
   /// follow then go nowhere.
   bool create(const std::filesystem::path& path);
-  /// Writes the line and its end. @return false when the file does not take them; then no part of them is in it.
+  /// Writes the line and its end. @return false when the file does not take them; then no part of them is in
+  /// it.
   bool write_line(std::string_view line);
   void close() { file_.close(); }
 

@@ -10,7 +10,8 @@
 
 namespace {
 
-/// A ticker on the event loop. The first tick that falls into a pause comes after it, and it stands meanwhile.
+/// A ticker on the event loop. The first tick that falls into a pause comes after it, and it stands
+/// meanwhile.
 class QtTicker : public Ticker {
  public:
   QtTicker(EventPump& pump, std::chrono::milliseconds interval, std::function<void()> on_tick)
