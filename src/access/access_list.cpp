@@ -56,6 +56,14 @@ std::string AccessList::write() const {
   return file;
 }
 
+std::optional<std::size_t> AccessList::first_foreign_row() const {
+  const auto foreign = [](const QString& text) { return !code_page::to_windows_1252(text); };
+  const auto row = std::find_if(rows_.begin(), rows_.end(), [&foreign](const ListRow& each) {
+    return foreign(each.id) || foreign(each.name) || foreign(each.schedule);
+  });
+  return row == rows_.end() ? std::nullopt : std::optional(static_cast<std::size_t>(row - rows_.begin()));
+}
+
 void AccessList::change(std::size_t row, const QString& id, const QString& schedule) {
   rows_.at(row).id = id;
   rows_.at(row).schedule = schedule;

@@ -4,6 +4,7 @@
 
 #include <QString>
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -26,6 +27,8 @@ class AccessList {
   void read(std::string file);
   /// The whole file in the order shown. @throws ClickError naming the row and the character it cannot hold
   [[nodiscard]] std::string write() const;
+  /// The first row with a character that a file cannot hold.
+  [[nodiscard]] std::optional<std::size_t> first_foreign_row() const;
   void clear() { rows_.clear(); }
 
   /// A new row goes to the end, sorted or not.

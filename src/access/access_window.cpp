@@ -94,10 +94,14 @@ void AccessWindow::open_file() {
 void AccessWindow::save_file() {
   const FileAnswer answer =
       services().dialogs.choose_save_file({"Save Access File", proposed_name, StartFolder::access});
-  if (answer.accepted) {
-    replace_file(answer.name, model_.list().write());
-    changed_ = false;
+  if (!answer.accepted) {
+    return;
   }
+  if (const std::optional<std::size_t> row = model_.list().first_foreign_row()) {
+    view_->selectRow(static_cast<int>(*row));  // the one that the message below names
+  }
+  replace_file(answer.name, model_.list().write());
+  changed_ = false;
 }
 
 /// A second time on the same heading reverses the order.

@@ -166,6 +166,7 @@ void TypingBox::hideEvent(QHideEvent* event) {
   if (!event->spontaneous()) {  // a minimized window still shows this screen
     to_type_.clear();
     waiting_.clear();
+    keys_.reset();  // what is held now may be let go elsewhere
     typist_->stop();
   }
   TerminalView::hideEvent(event);

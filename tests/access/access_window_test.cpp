@@ -142,8 +142,11 @@ TEST_F(AccessEditor, a_character_that_the_file_lacks_stops_the_save_and_leaves_t
   dialogs.expect_save("Save Access File", folder.path("saved.txt"));
   dialogs.expect_message(
       "Row 4: the character \"\xD0\x96\" cannot be saved, it is not in the file's character set");
+  view->clearSelection();
   choose("File", "Save");
   EXPECT_EQ(folder.read("saved.txt"), "old");
+  ASSERT_EQ(view->selectionModel()->selectedRows().size(), 1);
+  EXPECT_EQ(view->selectionModel()->selectedRows().front().row(), 3) << "the one that the box names";
 }
 
 TEST_F(AccessEditor, a_save_that_fails_is_told) {

@@ -347,6 +347,15 @@ TEST(term, an_alt_code_whose_focus_is_lost_during_a_paste_sends_nothing) {
   EXPECT_TRUE(bytes_equal(bench.port.written(), std::string(200, 'x') + "y"));
 }
 
+TEST(term, ctrl_that_was_let_go_on_another_screen_is_not_held_any_more) {
+  TermBench bench;
+  QTest::keyPress(bench.typing, Qt::Key_Control);
+  bench.open(ScreenCode::diag);
+  bench.open(ScreenCode::term);
+  bench.press(Qt::Key_2);
+  EXPECT_TRUE(bytes_equal(bench.port.written(), "2"));
+}
+
 TEST(term, a_text_put_in_behind_a_box_waits_for_its_answer) {
   TermBench bench;
   bench.dialogs.expect_message("A box", [&bench] {
