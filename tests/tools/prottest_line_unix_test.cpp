@@ -66,9 +66,10 @@ TEST(prottest_line, f2_stop_ends_the_polling_of_a_stalled_line_with_the_poll_in_
   for (const auto& [delay, time_out] : {Times{"100", "100"}, Times{"0", "0"}}) {
     StalledPoll bench(delay, time_out, false);
     const auto time = bench.poll_until(50ms, [&bench] { bench.click("Command87"); });
-    // The poll and one acknowledge, each half a second.
-    EXPECT_GE(time, 1000ms) << delay;
-    EXPECT_LT(time, 1600ms) << delay;
+    // The poll and one acknowledge take half a second each, unless the line has moved for a moment between
+    // them.
+    EXPECT_GE(time, 450ms) << delay;
+    EXPECT_LT(time, 2500ms) << delay;
     EXPECT_TRUE(bench.program.services().link.comopen()) << delay;
     EXPECT_EQ(bench.display(), QString()) << delay;
   }
