@@ -30,6 +30,19 @@ bool has_answered(PtyServer& server) {
                      [](const auto& event) { return event.kind == readersim::Event::Kind::sent; });
 }
 
+/// Whether what the line noted last, and said nothing after, is this; waits for it.
+bool notes_at_last(PtyServer& server, std::string_view note) {
+  return QTest::qWaitFor([&] {
+    const std::vector<readersim::Event> events = server.events();
+    return !events.empty() && events.back().meaning == note;
+  });
+}
+
+/// Whether the line has heard these bytes and no more; waits for them.
+bool hears(PtyServer& server, std::string_view bytes) {
+  return QTest::qWaitFor([&] { return server.received() == bytes; });
+}
+
 TEST(PtyServer, answers_a_program_that_opens_its_path) {
   PtyServer server{Family::vell};
   const ProgramEnd program{server.path()};
@@ -69,7 +82,8 @@ TEST(PtyServer, what_is_sent_while_no_program_has_the_line_open_is_lost) {
   PtyServer server{Family::vell};
   server.console("swipe 0 4711");
   std::this_thread::sleep_for(a_while);
-  ProgramEnd program{server.path()};
+  const ProgramEnd program{server.path()};
+  EXPECT_TRUE(notes_at_last(server, "a program has the line open"));
   EXPECT_TRUE(bytes_equal(program.read(1, a_while), ""));
   EXPECT_EQ(server.console("swipe 0 4711"), "sent\n");
   EXPECT_TRUE(bytes_equal(program.read(5, 2s), "4711\r"));
@@ -79,9 +93,9 @@ TEST(PtyServer, what_the_program_left_unread_is_gone_when_it_closes) {
   PtyServer server{Family::vell};
   ProgramEnd first{server.path()};
   first.write("V\r");
-  std::this_thread::sleep_for(a_while);
+  EXPECT_TRUE(QTest::qWaitFor([&server] { return has_answered(server); }));
   first.close();
-  std::this_thread::sleep_for(a_while);
+  EXPECT_TRUE(notes_at_last(server, "no program has the line open"));
   const ProgramEnd second{server.path()};
   EXPECT_TRUE(bytes_equal(second.read(1, a_while), ""));
 }
@@ -91,11 +105,13 @@ TEST(PtyServer, a_program_at_another_speed_is_not_understood) {
   const ProgramEnd program{server.path()};
   program.set_speed(B1200);
   program.write("V\r");
+  EXPECT_TRUE(hears(server, "V\r"));
   EXPECT_TRUE(bytes_equal(program.read(1, a_while), ""));
   program.set_speed(B9600);
   program.write("\0IB3\r"_bytes);
   EXPECT_TRUE(QTest::qWaitFor([&server] { return server.value(0, "line") == "1200 8N"; }));
   program.write("V\r");
+  EXPECT_TRUE(hears(server, "V\r\0IB3\rV\r"_bytes));
   EXPECT_TRUE(bytes_equal(program.read(1, a_while), ""));
   program.set_speed(B1200);
   EXPECT_TRUE(bytes_equal(program.exchange("V\r", vell_reply.size()), vell_reply));
@@ -151,7 +167,7 @@ TEST(PtyServer, replaces_a_stale_link_but_no_other_file) {
 TEST(PtyServer, what_a_test_does_to_the_line_takes_effect_at_once) {
   PtyServer server{Family::vell};
   const ProgramEnd program{server.path()};
-  std::this_thread::sleep_for(a_while);
+  EXPECT_TRUE(notes_at_last(server, "a program has the line open"));
   server.with_line([](readersim::Line& line, readersim::TimePoint now) {
     return line.swipe(*line.find(0), "4711", now).accepted;
   });
