@@ -95,12 +95,12 @@ QWidget* ProtTestScreen::buttons() {
   return panel;
 }
 
-/// The values that polling starts from. What is typed is read by "F1 Start" and never kept, so that every
-/// visit shows these again: that is meant.
 ProtTestScreen::~ProtTestScreen() {
   services().checkline = [] {};
 }
 
+/// The values that polling starts from. What is typed is read by "F1 Start" and never kept, so that every
+/// visit shows these again: that is meant.
 void ProtTestScreen::entered() {
   first_address_->setText(QStringLiteral("0"));
   last_address_->setText(QStringLiteral("0"));
