@@ -14,10 +14,12 @@
 
 namespace {
 
+/// Buttons of several groups are captioned alike: assistive clients get the group's caption beside it.
 QGroupBox* group_of(const char* caption, std::initializer_list<QPushButton*> buttons) {
   auto* const group = new QGroupBox(QLatin1String(caption));
   auto* const column = new QVBoxLayout(group);
   for (QPushButton* const button : buttons) {
+    button->setAccessibleDescription(group->title());
     column->addWidget(button);
   }
   column->addStretch();

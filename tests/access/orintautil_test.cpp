@@ -36,6 +36,7 @@ TEST_F(Orintautil, has_its_groups_buttons_and_note) {
     auto* const button = find<QPushButton>(expected.name);
     EXPECT_EQ(button->text(), QLatin1String(expected.caption));
     EXPECT_EQ(static_cast<QGroupBox*>(button->parentWidget())->title(), QLatin1String(expected.group));
+    EXPECT_EQ(button->accessibleDescription(), QLatin1String(expected.group));
     EXPECT_TRUE(button->isVisible());
   }
   QStringList texts;
