@@ -1,10 +1,7 @@
 #include "tools/fullterm.h"
 
 #include "support/picture.h"
-#include "support/window_bench.h"
-#include "tools/drawn_text.h"
-#include "tools/term.h"
-#include "tools/terminal_view.h"
+#include "tools/fullterm_bench.h"
 
 #include <QAccessible>
 #include <QLabel>
@@ -17,53 +14,6 @@ using namespace std::chrono_literals;
 
 constexpr QColor black{0, 0, 0};
 constexpr QColor blue{0, 0, 255};
-
-/// The full-screen terminal, opened from the terminal screen and active.
-struct FullBench : WindowBench {
-  FullTermWindow* full = nullptr;
-  DrawnText* pop1 = nullptr;
-  QLineEdit* sink = nullptr;
-
-  explicit FullBench(bool port_opens = true, std::string_view address = "0") : WindowBench(port_opens) {
-    program.services().settings.reader_address = address;
-    open(ScreenCode::term);
-    click("Full  Screen");
-    full = static_cast<TermScreen*>(window.screen(ScreenCode::term))->full_screen();
-    pop1 = full->findChild<DrawnText*>(QStringLiteral("pop1"));
-    sink = full->findChild<QLineEdit*>(QStringLiteral("Text1"));
-    EXPECT_TRUE(QTest::qWaitForWindowActive(full));
-  }
-
-  void activate(QWidget& other) {
-    other.activateWindow();
-    EXPECT_TRUE(QTest::qWaitForWindowActive(&other));
-  }
-  /// As a person does: into whatever has the focus.
-  void type(const char* text) { QTest::keyClicks(full->focusWidget(), QLatin1String(text)); }
-  void press(Qt::Key key, Qt::KeyboardModifiers modifiers = {}) {
-    QTest::keyClick(full->focusWidget(), key, modifiers);
-  }
-  void alt_code(const std::vector<Qt::Key>& keypad_keys) {
-    QTest::keyPress(full->focusWidget(), Qt::Key_Alt);
-    for (const Qt::Key key : keypad_keys) {
-      press(key, Qt::KeypadModifier);
-    }
-    QTest::keyRelease(full->focusWidget(), Qt::Key_Alt);
-  }
-  void receive(std::string_view bytes) {
-    port.arrive(bytes);
-    pump.idle(25ms);
-  }
-  [[nodiscard]] QString drawn() const { return pop1->text(); }
-  TerminalView* terminal_box() { return find<TerminalView>("Text1"); }
-  /// The pixels between two heights of a cell of the first line, 0 its top and 1 its bottom, without its
-  /// edges and the middle, where a block character begins or ends.
-  [[nodiscard]] QRect part_of_cell(int column, qreal top, qreal bottom) const {
-    const QRectF cell = pop1->cell(0, column);
-    const QRectF part(cell.x(), cell.y() + cell.height() * top, cell.width(), cell.height() * (bottom - top));
-    return part.adjusted(2, 3, -2, -3).toAlignedRect();
-  }
-};
 
 /// Whether a part of a picture holds this colour alone.
 bool filled(const QImage& picture, const QRect& part, const QColor& colour) {
@@ -326,60 +276,6 @@ TEST(fullterm, what_comes_while_the_print_dialog_is_open_is_drawn_and_not_printe
   EXPECT_EQ(bench.drawn(), QStringLiteral("Alater"));
 }
 
-TEST(fullterm, coming_back_from_its_own_box_clears_nothing) {
-  FullBench bench;
-  bench.type("abc");
-  bench.printer.meanwhile = [&bench] {
-    QWidget box;  // the print dialog takes the activation, as a dialog does
-    box.show();
-    bench.activate(box);
-    EXPECT_FALSE(bench.full->isActiveWindow());
-    bench.activate(bench.window);  // some window managers pass it on to the first window meanwhile
-  };
-  bench.press(Qt::Key_F8);
-  bench.activate(*bench.full);
-  EXPECT_EQ(bench.full->captured(), "abc");
-  EXPECT_EQ(bench.drawn(), QStringLiteral("abc"));
-  bench.receive("x");
-  EXPECT_EQ(bench.drawn(), QStringLiteral("abcx"));
-}
-
-TEST(fullterm, coming_back_from_a_box_that_another_operation_has_shown_clears_nothing) {
-  FullBench bench;
-  bench.type("abc");
-  bench.dialogs.expect_message("Upload Complete", [&bench] {
-    QWidget box;
-    box.show();
-    bench.activate(box);
-    bench.activate(bench.window);
-  });
-  bench.program.services().clicks.run([&bench] { bench.dialogs.message("Upload Complete"); });
-  bench.activate(*bench.full);
-  EXPECT_EQ(bench.drawn(), QStringLiteral("abc"));
-}
-
-TEST(fullterm, every_activation_starts_with_an_empty_screen_and_an_empty_capture_buffer) {
-  FullBench bench;
-  QWidget other;  // of this program or of another one
-  other.show();
-  for (QWidget* const between : {&other, static_cast<QWidget*>(&bench.window)}) {
-    bench.type("abc");
-    bench.activate(*between);
-    bench.activate(*bench.full);
-    EXPECT_EQ(bench.drawn(), QString());
-    EXPECT_EQ(bench.full->captured(), "");
-  }
-}
-
-TEST(fullterm, what_comes_while_another_program_is_in_front_is_drawn) {
-  FullBench bench;
-  QWidget other;
-  other.show();
-  bench.activate(other);
-  bench.receive("d");
-  EXPECT_EQ(bench.drawn(), QStringLiteral("d"));
-}
-
 TEST(fullterm, a_text_put_in_during_a_pause_goes_out_after_it) {
   FullBench bench;
   bench.pump.after(50ms, [&bench] {
@@ -391,141 +287,10 @@ TEST(fullterm, a_text_put_in_during_a_pause_goes_out_after_it) {
   EXPECT_EQ(bench.port.written(), "late");
 }
 
-TEST(fullterm, going_elsewhere_after_a_box_and_coming_back_later_starts_an_empty_page) {
-  FullBench bench;
-  bench.type("abc");
-  bench.printer.meanwhile = [&bench] {
-    QWidget box;
-    box.show();
-    bench.activate(box);
-    bench.activate(bench.window);
-  };
-  bench.press(Qt::Key_F8);
-  bench.activate(*bench.full);
-  bench.activate(bench.window);
-  bench.activate(*bench.full);
-  EXPECT_EQ(bench.drawn(), QString());
-}
-
-TEST(fullterm, full_screen_brings_a_minimised_window_back) {
-  FullBench bench;
-  bench.full->showMinimized();
-  bench.click("Full  Screen");
-  EXPECT_FALSE(bench.full->isMinimized());
-}
-
 TEST(fullterm, fits_the_screen) {
   FullBench bench;
   EXPECT_LE(bench.full->height(), bench.full->screen()->availableSize().height());
   EXPECT_LE(bench.full->width(), bench.full->screen()->availableSize().width());
-}
-
-TEST(fullterm, coming_back_from_the_main_window_starts_an_empty_page) {
-  FullBench bench;
-  bench.type("abc");
-  bench.activate(bench.window);
-  bench.activate(*bench.full);
-  EXPECT_EQ(bench.drawn(), QString());
-  EXPECT_EQ(bench.full->captured(), "");
-}
-
-TEST(fullterm, the_active_window_has_the_port) {
-  FullBench bench;
-  bench.receive("full ");
-  EXPECT_EQ(bench.terminal_box()->text(), QString());
-  bench.activate(bench.window);
-  bench.receive("main ");
-  EXPECT_EQ(bench.terminal_box()->text(), QStringLiteral("main "));
-  EXPECT_EQ(bench.drawn(), QStringLiteral("full "));
-  bench.activate(*bench.full);
-  bench.receive("again");
-  EXPECT_EQ(bench.terminal_box()->text(), QStringLiteral("main "));
-  EXPECT_EQ(bench.drawn(), QStringLiteral("again"));
-}
-
-TEST(fullterm, what_waits_when_the_port_changes_hands_is_shown_by_the_new_owner) {
-  FullBench bench;
-  bench.port.arrive("a");
-  bench.pump.idle(1ms);  // arrived, and not yet drawn
-  bench.activate(bench.window);
-  bench.pump.idle(30ms);
-  EXPECT_EQ(bench.terminal_box()->text(), QStringLiteral("a"));
-  EXPECT_EQ(bench.drawn(), QString());
-}
-
-TEST(fullterm, opening_it_empties_the_receive_buffer) {
-  WindowBench bench;
-  bench.port.arrive("old");
-  bench.pump.idle(1ms);
-  bench.open(ScreenCode::term);
-  bench.program.services().receiver.stop();  // as long as the terminal has not read them
-  bench.click("Full  Screen");
-  EXPECT_EQ(bench.port.waiting(), "");
-}
-
-TEST(fullterm, full_screen_on_an_open_window_brings_it_to_the_front) {
-  FullBench bench;
-  FullTermWindow* const before = bench.full;
-  bench.activate(bench.window);
-  bench.port.arrive("new");
-  bench.pump.idle(0ms);
-  bench.click("Full  Screen");
-  EXPECT_TRUE(QTest::qWaitForWindowActive(bench.full));
-  EXPECT_EQ(static_cast<TermScreen*>(bench.window.screen(ScreenCode::term))->full_screen(), before);
-  bench.pump.idle(25ms);
-  EXPECT_EQ(bench.drawn() + bench.terminal_box()->text(), QStringLiteral("new"));
-}
-
-TEST(fullterm, closing_it_gives_the_port_back_to_the_terminal) {
-  FullBench bench;
-  bench.full->close();
-  bench.receive("back");
-  EXPECT_EQ(bench.terminal_box()->text(), QStringLiteral("back"));
-}
-
-TEST(fullterm, closing_it_starts_no_terminal_on_a_screen_without_one) {
-  FullBench bench;
-  bench.activate(bench.window);
-  bench.open(ScreenCode::diag);
-  bench.activate(*bench.full);
-  bench.full->close();
-  bench.receive("reply");
-  EXPECT_EQ(bench.port.waiting(), "reply");
-  EXPECT_FALSE(bench.program.services().receiver.running());
-}
-
-TEST(fullterm, closing_it_gives_the_port_back_to_the_hardware_test) {
-  FullBench bench;
-  bench.activate(bench.window);
-  bench.open(ScreenCode::test);
-  bench.activate(*bench.full);
-  bench.full->close();
-  bench.receive("reply");
-  EXPECT_EQ(bench.find<TerminalView>("Text29")->text(), QStringLiteral("reply"));
-}
-
-TEST(fullterm, opened_again_it_starts_empty_with_no_key_held) {
-  FullBench bench;
-  bench.type("abc");
-  QTest::keyPress(bench.sink, Qt::Key_Alt);
-  bench.full->close();
-  bench.activate(bench.window);
-  bench.click("Full  Screen");
-  EXPECT_TRUE(QTest::qWaitForWindowActive(bench.full));
-  EXPECT_EQ(bench.full->captured(), "");
-  bench.type("x");
-  EXPECT_EQ(bench.drawn(), QStringLiteral("x"));
-}
-
-TEST(fullterm, losing_the_focus_while_alt_is_held_forgets_the_alt_code) {
-  FullBench bench;
-  QTest::keyPress(bench.sink, Qt::Key_Alt);
-  QWidget other;
-  other.show();
-  bench.activate(other);
-  bench.activate(*bench.full);
-  QTest::keyRelease(bench.sink, Qt::Key_Alt);
-  EXPECT_EQ(bench.port.written(), "");
 }
 
 TEST(fullterm, an_assistive_client_reads_what_is_drawn) {

@@ -1,7 +1,6 @@
 #include "tools/term.h"
 
-#include "support/window_bench.h"
-#include "tools/terminal_typing.h"
+#include "tools/term_bench.h"
 
 #include <QAccessible>
 #include <QClipboard>
@@ -11,36 +10,6 @@
 namespace {
 
 using namespace std::chrono_literals;
-
-/// The window with the terminal on show and the focus in its typing box.
-struct TermBench : WindowBench {
-  TypingBox* typing;
-  TerminalView* received;
-
-  explicit TermBench(bool port_opens = true, std::string_view address = "0") : WindowBench(port_opens) {
-    program.services().settings.reader_address = address;
-    open(ScreenCode::term);
-    typing = find<TypingBox>("Text7");
-    received = find<TerminalView>("Text1");
-  }
-
-  void type(const char* text) { QTest::keyClicks(typing, QLatin1String(text)); }
-  void press(Qt::Key key, Qt::KeyboardModifiers modifiers = {}) { QTest::keyClick(typing, key, modifiers); }
-  void alt_code(const std::vector<Qt::Key>& keypad_keys) {
-    QTest::keyPress(typing, Qt::Key_Alt);
-    for (const Qt::Key key : keypad_keys) {
-      QTest::keyClick(typing, key, Qt::KeypadModifier);
-    }
-    QTest::keyRelease(typing, Qt::Key_Alt);
-  }
-  /// The bytes arrive, and the terminal's tick passes.
-  void receive(std::string_view bytes) {
-    port.arrive(bytes);
-    pump.idle(5ms);
-  }
-  std::vector<std::string> typed_lines() const { return typing->content().lines(); }
-  std::vector<std::string> received_lines() const { return received->content().lines(); }
-};
 
 using Lines = std::vector<std::string>;
 
@@ -278,75 +247,6 @@ TEST(term, backspace_is_a_control_character) {
   EXPECT_EQ(bench.typed_lines(), Lines{"a^H"});
 }
 
-TEST(term, shift_insert_sends_the_clipboard_as_typed) {
-  TermBench bench;
-  QApplication::clipboard()->setText(QStringLiteral("a\r\nb\u0416\nc\td"));
-  bench.press(Qt::Key_Insert, Qt::ShiftModifier);
-  EXPECT_TRUE(bytes_equal(bench.port.written(), "a\rb\rc\td"));
-  EXPECT_EQ(bench.typed_lines(), (Lines{"a", "b", "c^Id"}));
-}
-
-TEST(term, a_long_paste_is_sent_whole_and_in_order_in_pieces_that_leave_time_for_clicks) {
-  TermBench bench;
-  QString text;
-  for (int number = 0; number < 2000; ++number) {
-    text += QString::number(number) + u' ';
-  }
-  bench.typing->type(text);
-  EXPECT_LT(bench.port.written().size(), 100U);
-  bench.pump.idle(2000ms);
-  EXPECT_EQ(bench.port.written(), text.toStdString());
-  EXPECT_EQ(bench.typed_lines(), Lines{text.toStdString()});
-}
-
-TEST(term, what_is_typed_during_a_paste_goes_out_after_it) {
-  TermBench bench;
-  bench.typing->type(QString(200, u'x'));
-  bench.type("end");
-  bench.press(Qt::Key_Return);
-  bench.press(Qt::Key_C, Qt::ControlModifier);
-  EXPECT_EQ(bench.port.written().find('e'), std::string::npos);
-  bench.pump.idle(2000ms);
-  EXPECT_TRUE(bytes_equal(bench.port.written(), std::string(200, 'x') + "end\r\x03"));
-}
-
-TEST(term, texts_keys_and_alt_codes_go_out_in_their_order_during_a_paste) {
-  TermBench bench;
-  bench.typing->type(QString(200, u'x'));
-  bench.press(Qt::Key_Return);
-  bench.typing->type(QStringLiteral("second"));
-  bench.alt_code({Qt::Key_6, Qt::Key_5});
-  QInputMethodEvent composed;
-  composed.setCommitString(QStringLiteral("\u00E9"));
-  QCoreApplication::sendEvent(bench.typing, &composed);
-  EXPECT_EQ(bench.port.written().find_first_not_of('x'), std::string::npos);
-  bench.pump.idle(2000ms);
-  EXPECT_TRUE(bytes_equal(bench.port.written(), std::string(200, 'x') + "\rsecondA\xE9"));
-}
-
-TEST(term, ctrl_counts_for_the_keys_that_were_pressed_with_it_also_behind_a_paste) {
-  TermBench bench;
-  bench.typing->type(QString(200, u'x'));
-  QTest::keyPress(bench.typing, Qt::Key_Control);
-  bench.press(Qt::Key_2);
-  QTest::keyRelease(bench.typing, Qt::Key_Control);
-  bench.press(Qt::Key_2);
-  bench.pump.idle(2000ms);
-  EXPECT_TRUE(bytes_equal(bench.port.written(), std::string(200, 'x') + std::string(1, '\0') + "2"));
-}
-
-TEST(term, an_alt_code_whose_focus_is_lost_during_a_paste_sends_nothing) {
-  TermBench bench;
-  bench.typing->type(QString(200, u'x'));
-  QTest::keyPress(bench.typing, Qt::Key_Alt);
-  bench.press(Qt::Key_6, Qt::KeypadModifier);
-  bench.received->setFocus();
-  bench.typing->setFocus();
-  bench.type("y");
-  bench.pump.idle(2000ms);
-  EXPECT_TRUE(bytes_equal(bench.port.written(), std::string(200, 'x') + "y"));
-}
-
 TEST(term, ctrl_that_was_let_go_on_another_screen_is_not_held_any_more) {
   TermBench bench;
   QTest::keyPress(bench.typing, Qt::Key_Control);
@@ -354,36 +254,6 @@ TEST(term, ctrl_that_was_let_go_on_another_screen_is_not_held_any_more) {
   bench.open(ScreenCode::term);
   bench.press(Qt::Key_2);
   EXPECT_TRUE(bytes_equal(bench.port.written(), "2"));
-}
-
-TEST(term, a_text_put_in_behind_a_box_waits_for_its_answer) {
-  TermBench bench;
-  bench.dialogs.expect_message("A box", [&bench] {
-    bench.typing->type(QStringLiteral("late"));
-    EXPECT_EQ(bench.port.written(), "");
-  });
-  bench.dialogs.message("A box");
-  bench.pump.idle(10ms);
-  QCoreApplication::processEvents();
-  EXPECT_EQ(bench.port.written(), "late");
-}
-
-TEST(term, a_paste_ends_when_another_screen_is_shown) {
-  TermBench bench;
-  bench.typing->type(QString(1000, u'x'));
-  bench.open(ScreenCode::diag);
-  const std::size_t sent = bench.port.written().size();
-  bench.open(ScreenCode::term);
-  bench.pump.idle(2000ms);
-  EXPECT_EQ(bench.port.written().size(), sent);
-}
-
-TEST(term, a_paste_ends_when_the_line_takes_no_more) {
-  TermBench bench;
-  bench.port.writable = false;
-  bench.typing->type(QString(1000, u'x'));
-  bench.pump.idle(2000ms);
-  EXPECT_EQ(bench.typed_lines(), Lines{""});
 }
 
 TEST(term, closed_port_ignores_typing_pasting_and_alt_codes) {
