@@ -47,6 +47,7 @@ std::string received_item(char byte) {
 
 FullTermWindow::FullTermWindow(Services& services)
     : QWidget(nullptr, Qt::Window),
+      LineTarget(services.link),
       services_(services),
       keys_(*this, TerminalKeys::CaretKeys::none),
       page_(*this),
@@ -263,18 +264,6 @@ void FullTermWindow::resizeEvent(QResizeEvent* event) {
 void FullTermWindow::place_beneath(QWidget& widget, int left, int above_bottom) {
   widget.adjustSize();
   widget.move(left, height() - twips_to_pixels(above_bottom, *this));
-}
-
-bool FullTermWindow::port_open() const {
-  return services_.link.comopen();
-}
-
-std::uint8_t FullTermWindow::address_byte() const {
-  return services_.link.address_byte();
-}
-
-bool FullTermWindow::send(char byte) {
-  return services_.link.write(std::string_view(&byte, 1));
 }
 
 void FullTermWindow::show_item(std::string_view item) {

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "tools/fullterm_page.h"
-#include "tools/terminal_keys.h"
+#include "tools/line_target.h"
 
 #include <QWidget>
 
@@ -17,7 +17,7 @@ struct Services;
 /// The second terminal, a window of its own in which both directions are drawn on one page, typed text in
 /// black and received text in blue. While it is the one that was activated last, it reads the port and the
 /// terminal screen does not. What it drew is printed with F8.
-class FullTermWindow : public QWidget, private KeyTarget, private PageSurface {
+class FullTermWindow : public QWidget, private LineTarget, private PageSurface {
   Q_OBJECT
 
  public:
@@ -51,10 +51,7 @@ class FullTermWindow : public QWidget, private KeyTarget, private PageSurface {
   /// @param left pixels @param above_bottom twips
   void place_beneath(QWidget& widget, int left, int above_bottom);
 
-  // KeyTarget
-  [[nodiscard]] bool port_open() const override;
-  [[nodiscard]] std::uint8_t address_byte() const override;
-  bool send(char byte) override;
+  // LineTarget
   void show_item(std::string_view item) override;
   void show_character(char byte) override;
 

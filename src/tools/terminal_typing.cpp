@@ -45,6 +45,7 @@ bool concerns_the_line(const KeyFacts& facts) {
 TypingBox::TypingBox(const char* object_name, const QString& accessible_name, Services& services,
                      QWidget* parent)
     : TerminalView(object_name, accessible_name, LongLines::wrap, parent),
+      LineTarget(services.link),
       services_(services),
       keys_(*this, TerminalKeys::CaretKeys::tab_and_enter),
       typist_(services.pump.make_ticker(timings::terminal_tick, [this] { type_some(); })) {
@@ -53,18 +54,6 @@ TypingBox::TypingBox(const char* object_name, const QString& accessible_name, Se
 }
 
 TypingBox::~TypingBox() = default;
-
-bool TypingBox::port_open() const {
-  return services_.link.comopen();
-}
-
-std::uint8_t TypingBox::address_byte() const {
-  return services_.link.address_byte();
-}
-
-bool TypingBox::send(char byte) {
-  return services_.link.write(std::string_view(&byte, 1));
-}
 
 /// At the end, wherever the caret stands.
 void TypingBox::show_item(std::string_view item) {
@@ -224,5 +213,5 @@ void TypingBox::fill_menu(QMenu& menu) {
   menu.addAction(QStringLiteral("Cut"), this, &TypingBox::cut)->setEnabled(has_selection());
   TerminalView::fill_menu(menu);
   const auto paste_it = QStringLiteral("Paste");
-  menu.addAction(paste_it, this, &TypingBox::paste)->setEnabled(port_open());
+  menu.addAction(paste_it, this, &TypingBox::paste)->setEnabled(services_.link.comopen());
 }

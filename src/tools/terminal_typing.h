@@ -1,6 +1,6 @@
 #pragma once
 
-#include "tools/terminal_keys.h"
+#include "tools/line_target.h"
 #include "tools/terminal_view.h"
 
 #include <deque>
@@ -12,7 +12,7 @@ struct Services;
 
 /// The box of the terminal in which every key goes out on the line at once. What it shows can be edited
 /// with the caret's keys and Delete; that sends nothing.
-class TypingBox : public TerminalView, private KeyTarget {
+class TypingBox : public TerminalView, private LineTarget {
   Q_OBJECT
 
  public:
@@ -41,9 +41,6 @@ class TypingBox : public TerminalView, private KeyTarget {
   void fill_menu(QMenu& menu) override;
 
  private:
-  [[nodiscard]] bool port_open() const override;
-  [[nodiscard]] std::uint8_t address_byte() const override;
-  bool send(char byte) override;
   void show_item(std::string_view item) override;
   void show_character(char byte) override;
   void before_alt_code() override;
