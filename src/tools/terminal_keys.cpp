@@ -90,7 +90,7 @@ std::optional<char> byte_of_alt_code(const std::string& digits) {
 }  // namespace
 
 KeyFacts KeyFacts::of(const QKeyEvent& event) {
-  return {event.key(), event.modifiers(), event.text(), event.isAutoRepeat()};
+  return {key_of(event), event.modifiers(), event.text(), event.isAutoRepeat()};
 }
 
 TerminalKeys::TerminalKeys(KeyTarget& target, CaretKeys caret_keys, AfterAltCode after_alt_code)

@@ -37,6 +37,10 @@ struct KeyFacts {
   bool repeated = false;  ///< by holding the key down
 
   [[nodiscard]] static KeyFacts of(const QKeyEvent& event);
+
+ private:
+  /// The key that was pressed, by whatever name the platform tells it.
+  [[nodiscard]] static int key_of(const QKeyEvent& event);
 };
 
 /// The keys of both terminals: control characters, F9, F10 and the Alt code, a byte's number typed on the
