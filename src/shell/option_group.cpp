@@ -18,6 +18,15 @@ OptionGroup::OptionGroup(const char* object_name, const QString& caption, const 
   }
 }
 
+/// The library does so only once the focus has been in the group.
+void OptionGroup::lead_tab_to_the_choice() {
+  for (QRadioButton* const option : options_) {
+    const Qt::FocusPolicy policy = option->focusPolicy();
+    option->setFocusPolicy(
+        static_cast<Qt::FocusPolicy>(option->isChecked() ? policy | Qt::TabFocus : policy & ~Qt::TabFocus));
+  }
+}
+
 void OptionGroup::add_option(const QString& caption, int index) {
   auto* const button = new QRadioButton(caption, this);
   button->setObjectName(QStringLiteral("%1_%2").arg(objectName()).arg(index));
@@ -27,6 +36,7 @@ void OptionGroup::add_option(const QString& caption, int index) {
   layout_->addWidget(button);
   connect(button, &QRadioButton::toggled, this, [this, index](bool on) {
     if (on) {
+      lead_tab_to_the_choice();
       Q_EMIT option_chosen(index);
     }
   });

@@ -9,8 +9,8 @@
 class QBoxLayout;
 class QRadioButton;
 
-/// A titled frame of options of which at most one is chosen. Left and Right move the choice, however the
-/// options are laid out; Up and Down belong to the menu.
+/// A titled frame of options of which at most one is chosen. Tab leads to that one. Left and Right move
+/// the choice, however the options are laid out; Up and Down belong to the menu.
 class OptionGroup : public QGroupBox {
   Q_OBJECT
 
@@ -39,6 +39,7 @@ class OptionGroup : public QGroupBox {
  private:
   void add_option(const QString& caption, int index);
   void move_choice(int step);
+  void lead_tab_to_the_choice();
 
   QButtonGroup group_;
   QBoxLayout* layout_;

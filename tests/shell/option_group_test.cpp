@@ -32,6 +32,23 @@ TEST(option_group, starts_with_the_option_named_or_with_none) {
   EXPECT_EQ(Bench(-1).group.chosen(), -1);
 }
 
+TEST(option_group, tab_leads_to_the_chosen_option_from_the_start_and_to_each_where_none_is_chosen) {
+  const auto led_to = [](const Bench& bench) {
+    std::vector<int> options;
+    for (int index = 0; index < bench.group.count(); ++index) {
+      if ((bench.group.option(index)->focusPolicy() & Qt::TabFocus) != 0) {
+        options.push_back(index);
+      }
+    }
+    return options;
+  };
+  Bench bench(1);
+  EXPECT_EQ(led_to(bench), std::vector<int>{1});
+  bench.group.option(2)->setChecked(true);
+  EXPECT_EQ(led_to(bench), std::vector<int>{2});
+  EXPECT_EQ(led_to(Bench(-1)), (std::vector<int>{0, 1, 2}));
+}
+
 TEST(option_group, a_click_tells_its_choice_once) {
   Bench bench(0);
   bench.click(2);
