@@ -52,11 +52,12 @@ int QtDialogs::exec(QDialog& dialog) {
 
 namespace {
 
+/// Asked before the dialog is made: one that has looked at a folder before it was there does not see it.
+QString folder_of(const FileRequest& request) {
+  return QString::fromStdU16String(folder_to_start_in(request.folder).u16string());
+}
+
 void set_up(QFileDialog& dialog, const FileRequest& request) {
-  const std::filesystem::path folder = folder_to_start_in(request.folder);
-  if (!folder.empty()) {
-    dialog.setDirectory(QString::fromStdU16String(folder.u16string()));
-  }
   dialog.setNameFilter(text_of(request.filter));
   dialog.setDefaultSuffix(text_of(request.extension));
   dialog.selectFile(text_of(request.file_name));
@@ -113,7 +114,7 @@ bool QtDialogs::ask(std::string_view text) {
 }
 
 FileAnswer QtDialogs::choose_open_file(const FileRequest& request) {
-  QFileDialog dialog(window_for_box(), text_of(request.title));
+  QFileDialog dialog(window_for_box(), text_of(request.title), folder_of(request));
   dialog.setAcceptMode(QFileDialog::AcceptOpen);
   dialog.setFileMode(QFileDialog::ExistingFile);
   set_up(dialog, request);
@@ -122,7 +123,7 @@ FileAnswer QtDialogs::choose_open_file(const FileRequest& request) {
 }
 
 FileAnswer QtDialogs::choose_save_file(const FileRequest& request) {
-  QFileDialog dialog(window_for_box(), text_of(request.title));
+  QFileDialog dialog(window_for_box(), text_of(request.title), folder_of(request));
   dialog.setAcceptMode(QFileDialog::AcceptSave);
   dialog.setFileMode(QFileDialog::AnyFile);
   set_up(dialog, request);

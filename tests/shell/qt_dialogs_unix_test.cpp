@@ -7,7 +7,9 @@
 #include <QFile>
 #include <QFileDialog>
 #include <QFileInfo>
+#include <QFileSystemModel>
 #include <QLineEdit>
+#include <QListView>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QTemporaryDir>
@@ -58,6 +60,23 @@ TEST(qt_dialogs, a_message_keeps_its_blanks_and_has_an_ok_button_alone) {
   bench.dialogs.message("  two <b>blanks</b> and\ra line  ");
   EXPECT_EQ(text, QStringLiteral("  two <b>blanks</b> and\na line  "));
   EXPECT_EQ(buttons, 1);
+}
+
+TEST(qt_dialogs, the_first_file_dialog_shows_the_folder_that_it_has_just_made) {
+  const QTemporaryDir home;
+  const ScopedVariable variable{"HOME", home.path().toStdString()};
+  Bench bench;
+  int rows = -1;
+  QString folder;
+  bench.when_open<QFileDialog>([&](QFileDialog& dialog) {
+    auto* const list = dialog.findChild<QListView*>(QStringLiteral("listView"));
+    folder = list->rootIndex().data(QFileSystemModel::FilePathRole).toString();
+    rows = list->model()->rowCount(list->rootIndex());
+    dialog.reject();
+  });
+  EXPECT_FALSE(bench.dialogs.choose_save_file({"Save", "a.txt", StartFolder::access}).accepted);
+  EXPECT_EQ(folder, home.path() + QStringLiteral("/tarvos/access"));
+  EXPECT_EQ(rows, 0);
 }
 
 TEST(qt_dialogs, a_question_tells_yes_from_no) {
