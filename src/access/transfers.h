@@ -58,8 +58,8 @@ class Transfers {
   [[nodiscard]] bool may_upload(const UploadKind& kind);
   [[nodiscard]] bool upload_acknowledged(const UploadKind& kind);
   enum class UploadEnd { complete, time_out, file_failure };
+  [[nodiscard]] bool rest_follows(const std::string& reply);
   UploadEnd upload_records(const UploadKind& kind, const StatusLine& status);
-  void request_record(const UploadKind& kind);
 
   void download(const DownloadKind& kind, const CommandsOf& commands_of, const StatusLine& status);
   [[nodiscard]] bool may_download(const DownloadKind& kind);

@@ -82,36 +82,34 @@ bool Transfers::upload_acknowledged(const UploadKind& kind) {
   return link_.bytes_waiting() > 0 && link_.read_char() == wire::ack;
 }
 
-/// Nothing marks the beginning of a plain reply: what a disturbed one has left behind would be taken for the
-/// next, and every reply after it for the one before, without an end. So the line is emptied first.
-void Transfers::request_record(const UploadKind& kind) {
-  if (!link_.network_mode()) {
-    link_.clearcomm();
-  }
-  link_.write_frame(kind.record_request);
+/// On a plain line a reply ends where it is as long as the limit, and at a CR within it that is not doubled.
+/// What it is not whole without comes unasked.
+bool Transfers::rest_follows(const std::string& reply) {
+  return !link_.network_mode() && (breaks_off(reply) || link_.bytes_waiting() > 0);
 }
 
 Transfers::UploadEnd Transfers::upload_records(const UploadKind& kind, const StatusLine& status) {
   std::string reply;
+  bool is_rest = false;
   // The status line has room for five digits, the counter for more: no length of a log ends an upload.
   for (int count = 0;;) {
-    const bool rest_follows = breaks_off(reply) && !link_.network_mode();
-    if (!rest_follows) {
-      request_record(kind);
+    if (!is_rest) {
+      link_.write_frame(kind.record_request);
     }
-    if (!link_.getinput(reply, longest_record, kind.reply_time_out, true, true)) {
+    const bool ended = link_.getinput(reply, longest_record, kind.reply_time_out, true, true);
+    if (!ended && !is_rest) {
       return UploadEnd::time_out;
     }
-    if (reply == last_reply && !rest_follows) {
+    if (reply == last_reply && !is_rest) {
       return UploadEnd::complete;
     }
-    if (reply.empty() && (rest_follows || kind.empty_reply == EmptyReply::skipped)) {
-      continue;
+    if (!reply.empty() || (!is_rest && kind.empty_reply == EmptyReply::written)) {
+      const bool written = upload_file_.write_line(kind.line_of(reply));
+      if (!written && kind.on_file_failure == OnFileFailure::end_silently) {
+        return UploadEnd::file_failure;
+      }
+      status.show("Records Uploaded: " + with_leading_zeros(++count, 5));
     }
-    const bool written = upload_file_.write_line(kind.line_of(reply));
-    if (!written && kind.on_file_failure == OnFileFailure::end_silently) {
-      return UploadEnd::file_failure;
-    }
-    status.show("Records Uploaded: " + with_leading_zeros(++count, 5));
+    is_rest = ended && rest_follows(reply);
   }
 }

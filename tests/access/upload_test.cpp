@@ -131,6 +131,29 @@ TEST_P(Upload, the_rest_of_a_long_record_is_never_taken_for_the_end) {
   EXPECT_TRUE(file("up.txt").ends_with(line("567", "07")));
 }
 
+// The character behind the CR is taken for its double, and lost; the rest is a line of its own.
+TEST_P(Upload, what_stands_behind_a_cr_within_a_plain_record_is_kept_and_costs_no_other) {
+  reader.records = {"12\r345\x07", "3\r4END", "567\x07"};
+  expect_dialog();
+  dialogs.expect_message(boxes::upload_complete);
+  run();
+  EXPECT_EQ(file("up.txt").find(line("1", "50") + line("45", "07")), 0U);
+  EXPECT_TRUE(file("up.txt").ends_with(line("EN", "68") + line("567", "07")));
+  const std::string& u = row.record_request;
+  EXPECT_TRUE(port.written().ends_with(row.request + "\r" + u + "\r" + u + "\r" + u + "\r" + u + "\r"));
+}
+
+TEST_P(Upload, a_piece_behind_a_plain_record_that_never_ends_is_kept_and_the_upload_goes_on) {
+  reader.records = {"12\x07", "567\x07"};
+  reader.spoil = [this](int, std::string_view command, std::string reply) {
+    return command == row.record_request && reply.starts_with("12") ? reply + "zz" : reply;
+  };
+  expect_dialog();
+  dialogs.expect_message(boxes::upload_complete);
+  run();
+  EXPECT_EQ(file("up.txt"), line("12", "07") + line("", "122") + line("567", "07"));
+}
+
 TEST_P(Upload, a_missing_address_on_a_plain_line) {
   settings.reader_address = "";
   expect_dialog();
