@@ -18,7 +18,7 @@ constexpr std::string_view proposed_name = "velltest.txt";
 
 /// The character that stands for a NUL on the wire, as Windows-1252 has it and as a command box shows it.
 constexpr QChar nul_stand_in{u'\u201A'};
-constexpr QChar picture_of_nul{u'\u2400'};
+constexpr QChar picture_of_nul{u'\u2205'};  // most fonts have it, and no profile
 
 struct ColumnKind {
   const char* heading;
@@ -99,8 +99,10 @@ void ProfileWindow::add_rows(QGridLayout& grid) {
 
 void ProfileWindow::add_button(QGridLayout& grid, int column, const QString& caption,
                                std::function<void()> handler) {
-  grid.addWidget(new_button(services_.clicks, caption, caption.toLower(), std::move(handler), this), 0,
-                 column);
+  QPushButton* const button =
+      new_button(services_.clicks, caption, caption.toLower(), std::move(handler), this);
+  button->setAutoDefault(false);  // Enter in a box presses nothing
+  grid.addWidget(button, 0, column);
 }
 
 void ProfileWindow::load() {
@@ -142,7 +144,11 @@ TestProfile ProfileWindow::typed() const {
 }
 
 void ProfileWindow::keyPressEvent(QKeyEvent* event) {
-  if (event->key() != Qt::Key_Return && event->key() != Qt::Key_Enter && event->key() != Qt::Key_Escape) {
+  if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
+    if (auto* const button = qobject_cast<QPushButton*>(focusWidget())) {
+      button->click();
+    }
+  } else if (event->key() != Qt::Key_Escape) {
     QDialog::keyPressEvent(event);
   }
 }

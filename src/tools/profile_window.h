@@ -22,7 +22,8 @@ class ProfileWindow : public QDialog {
                 QWidget* parent);
 
  protected:
-  /// Neither Enter nor Escape presses or closes anything: what has been typed stays.
+  /// Enter presses the button that has the focus and no other, Escape closes nothing: what has been typed
+  /// stays.
   void keyPressEvent(QKeyEvent* event) override;
 
  private:

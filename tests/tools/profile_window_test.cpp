@@ -132,7 +132,7 @@ TEST(profile_window, f9_appends_the_character_for_a_nul_and_it_is_saved_as_it_is
   bench.type("Text2", 0, QStringLiteral("V"));
   QTest::keyClick(bench.box("Text2", 0), Qt::Key_F9);
   bench.type("Text2", 0, QStringLiteral("X"));
-  EXPECT_EQ(bench.box("Text2", 0)->text(), QStringLiteral("V\u2400X"));
+  EXPECT_EQ(bench.box("Text2", 0)->text(), QStringLiteral("V\u2205X"));
   bench.dialogs.expect_save("Save Profile", bench.path("own.txt"));
   bench.click("Save");
   EXPECT_EQ(bench.profile.tables.commands.at(0), "V\x82X");
@@ -144,7 +144,7 @@ TEST(profile_window, f9_appends_at_the_end_wherever_the_caret_stands) {
   bench.type("Text2", 3, QStringLiteral("AB"));
   QTest::keyClick(bench.box("Text2", 3), Qt::Key_Home);
   QTest::keyClick(bench.box("Text2", 3), Qt::Key_F9);
-  EXPECT_EQ(bench.box("Text2", 3)->text(), QStringLiteral("AB\u2400"));
+  EXPECT_EQ(bench.box("Text2", 3)->text(), QStringLiteral("AB\u2205"));
 }
 
 TEST(profile_window, f9_does_nothing_in_captions_and_waits) {
@@ -184,7 +184,7 @@ TEST(profile_window, load_fills_boxes_and_tables_and_every_byte_is_saved_again) 
   save_profile(bench.path("all.txt"), all);
   bench.dialogs.expect_open("Load Profile", bench.path("all.txt"));
   bench.click("Load");
-  EXPECT_EQ(bench.box("Text2", 9)->text(), QStringLiteral(" \u2400\u2400 "));
+  EXPECT_EQ(bench.box("Text2", 9)->text(), QStringLiteral(" \u2205\u2205 "));
   EXPECT_EQ(bench.box("Text3", 9)->text(), QStringLiteral(" 5 "));
   EXPECT_EQ(bench.profile.tables, all);
   EXPECT_EQ(bench.profile.testprofilefile, bench.path("all.txt"));
@@ -262,6 +262,19 @@ TEST(profile_window, neither_enter_nor_escape_in_a_box_does_anything) {
   EXPECT_TRUE(bench.editor.isVisible());
   EXPECT_EQ(bench.box("Text1", 0)->text(), QStringLiteral("typed"));
   EXPECT_TRUE(bench.dialogs.shown.empty());
+}
+
+TEST(profile_window, enter_presses_the_button_that_has_the_focus_and_none_is_its_default) {
+  EditorBench bench;
+  for (auto* const button : bench.editor.findChildren<QPushButton*>()) {
+    EXPECT_FALSE(button->isDefault() || button->autoDefault());
+  }
+  for (const auto key : {Qt::Key_Return, Qt::Key_Enter}) {
+    auto* const load = bench.editor.findChild<QPushButton*>(QStringLiteral("load"));
+    load->setFocus();
+    bench.dialogs.expect_open("Load Profile", std::nullopt);
+    QTest::keyClick(load, key);
+  }
 }
 
 TEST(profile_window, fits_a_small_desktop) {
