@@ -15,6 +15,8 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <QVBoxLayout>
 
 #include <algorithm>
@@ -26,14 +28,7 @@ HardwareTestScreen::HardwareTestScreen(Services& services, QWidget* parent)
   grid->addWidget(heading(QStringLiteral("Vell Hardware Test")), 0, 0, 1, 2, Qt::AlignHCenter);
   add_controls(*grid);
 
-  auto* const steps_group = new QGroupBox(QStringLiteral("Steps"));
-  steps_ = new QLabel(steps_group);
-  steps_->setObjectName(QStringLiteral("Label27"));
-  steps_->setTextFormat(Qt::PlainText);
-  steps_->setWordWrap(true);
-  steps_->setAlignment(Qt::AlignTop | Qt::AlignLeft);
-  (new QVBoxLayout(steps_group))->addWidget(steps_, 1);
-  grid->addWidget(steps_group, 4, 0);
+  grid->addWidget(step_list(), 4, 0);
 
   auto* const output_group = new QGroupBox(QStringLiteral("Reader"));
   output_ = new TerminalView("Text29", output_group->title(), TerminalView::LongLines::scroll, output_group);
@@ -42,6 +37,25 @@ HardwareTestScreen::HardwareTestScreen(Services& services, QWidget* parent)
   grid->setColumnStretch(0, 1);
   grid->setColumnStretch(1, 2);
   grid->setRowStretch(4, 1);
+}
+
+/// Scrolls to the step sent last where the captions of all do not fit.
+QWidget* HardwareTestScreen::step_list() {
+  auto* const group = new QGroupBox(QStringLiteral("Steps"));
+  steps_ = new QLabel;
+  steps_->setObjectName(QStringLiteral("Label27"));
+  steps_->setTextFormat(Qt::PlainText);
+  steps_->setWordWrap(true);
+  steps_->setAlignment(Qt::AlignTop | Qt::AlignLeft);
+  auto* const area = new QScrollArea(group);
+  area->setFrameShape(QFrame::NoFrame);
+  area->setWidgetResizable(true);
+  area->setFocusPolicy(Qt::NoFocus);
+  area->setWidget(steps_);
+  QScrollBar* const bar = area->verticalScrollBar();
+  connect(bar, &QScrollBar::rangeChanged, bar, [bar](int /*top*/, int bottom) { bar->setValue(bottom); });
+  (new QVBoxLayout(group))->addWidget(area);
+  return group;
 }
 
 void HardwareTestScreen::add_controls(QGridLayout& grid) {

@@ -25,6 +25,7 @@ class HardwareTestScreen : public Screen, private HardtestDisplay {
   void repaint_output() override;
 
   void add_controls(QGridLayout& grid);
+  QWidget* step_list();
   void start();
   void edit_profiles();
   void open_editor();

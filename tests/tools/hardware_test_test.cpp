@@ -105,6 +105,22 @@ TEST(hardware_test, the_default_profile_runs_on_a_fresh_machine) {
   EXPECT_TRUE(bytes_equal(bench.port.written(), "V\x0D}00\x0D{00\x0D]00\x0D[00\x0D&50\x0DV\x0D"));
 }
 
+TEST(hardware_test, the_step_sent_last_is_in_sight_however_long_the_captions_are) {
+  HardwareTestBench bench;
+  TestProfile profile;
+  profile.captions.fill(std::string(20, 'a') +
+                        " caption of many words that takes a line, and another, and one more");
+  save_profile(bench.default_file(), profile);
+  bench.click("F1  Start");
+  QCoreApplication::processEvents();
+  auto* const steps = bench.find<QLabel>("Label27");
+  EXPECT_EQ(steps->text().count(u'\n'), 10);
+  EXPECT_GE(steps->height(), steps->heightForWidth(steps->width()));
+  const QWidget* const sight = steps->parentWidget();
+  EXPECT_GT(steps->height(), sight->height());
+  EXPECT_EQ(steps->geometry().bottom(), sight->rect().bottom());
+}
+
 TEST(hardware_test, a_default_profile_that_was_removed_is_told_by_its_name) {
   HardwareTestBench bench;
   std::filesystem::remove(bench.default_file());
