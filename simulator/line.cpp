@@ -1,6 +1,7 @@
 #include "simulator/line.h"
 
 #include "simulator/answer.h"
+#include "simulator/trace.h"
 
 #include <algorithm>
 #include <stdexcept>
@@ -111,7 +112,7 @@ Swipe Line::swipe(Seat& seat, std::string_view card, TimePoint now) {
     return {false, {}, "the reader is unplugged"};
   }
   Swipe result = readersim::swipe(seat.reader, card, now);
-  note("card \"" + std::string{card} + "\" " + result.meaning, now, seat.reader.address);
+  note("card \"" + visible(card) + "\" " + result.meaning, now, seat.reader.address);
   if (result.unsolicited.empty() || hung_up_) {
     return result;
   }

@@ -313,6 +313,8 @@ TEST_F(Swiped, tells_each_card_and_what_came_of_it) {
   draw(seat, "4711");
   EXPECT_EQ(events.back().meaning, "card \"4711\" refused, not listed");
   EXPECT_EQ(events.back().address, 5);
+  draw(seat, "\x1B[31m\xE9");
+  EXPECT_EQ(events.back().meaning, "card \"<ESC>[31m<E9>\" refused, not listed");
 }
 
 }  // namespace
