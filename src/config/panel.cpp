@@ -68,6 +68,7 @@ QCheckBox* panel::add_check(const Group& group, int row, const char* object_name
 
 void panel::make_frameless(OptionGroup& options) {
   options.setFlat(true);
+  options.setContentsMargins(0, 0, 0, 0);
   options.frame_layout()->setSpacing(spacing);
   options.frame_layout()->setContentsMargins(0, 0, 0, 0);
 }

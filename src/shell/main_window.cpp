@@ -30,6 +30,7 @@ constexpr std::array hiding_order{ScreenCode::orinparam,  ScreenCode::com,      
                                   ScreenCode::vellsetup,  ScreenCode::prottest,  ScreenCode::general,
                                   ScreenCode::keshsetup,  ScreenCode::keshutil,  ScreenCode::symbology,
                                   ScreenCode::quorsetup,  ScreenCode::asciichart};
+static_assert(hiding_order.size() == MenuState::entry_count, "a screen that is not hidden stays on show");
 
 constexpr const char* title =
     " Tarvos            Vell  Orin/Orinta  Kesh  Quor  SERIES                READER  UTILITY";
