@@ -13,7 +13,8 @@ for file in bin/tarvos bin/readersim \
   share/applications/org.tarvos.Tarvos.desktop share/metainfo/org.tarvos.Tarvos.metainfo.xml \
   share/icons/hicolor/scalable/apps/org.tarvos.Tarvos.svg \
   share/man/man1/tarvos.1 share/man/man1/readersim.1 \
-  share/doc/tarvos/LICENSE share/doc/tarvos/README.md share/doc/tarvos/CHANGELOG.md share/doc/tarvos/manual.md; do
+  share/doc/tarvos/LICENSE share/doc/tarvos/CHANGELOG.md share/doc/tarvos/manual.md \
+  share/doc/tarvos/screenshots/diag.png; do
   if [[ -s $root/usr/$file ]]; then
     printf 'there: %s\n' "$file"
   else
