@@ -1,5 +1,8 @@
 #include "shell/option_group.h"
 
+#include "shell/option_access.h"
+
+#include <QAccessible>
 #include <QBoxLayout>
 #include <QKeyEvent>
 #include <QRadioButton>
@@ -9,6 +12,7 @@ OptionGroup::OptionGroup(const char* object_name, const QString& caption, const 
     : QGroupBox(caption, parent),
       layout_(new QBoxLayout(orientation == Qt::Vertical ? QBoxLayout::TopToBottom : QBoxLayout::LeftToRight,
                              this)) {
+  QAccessible::installFactory(make_option_access);  // installed once, however often it is asked for
   setObjectName(QLatin1String(object_name));
   for (int index = 0; index < options.size(); ++index) {
     add_option(options[index], index);

@@ -1,5 +1,6 @@
 #include "shell/option_group.h"
 
+#include <QAccessible>
 #include <QRadioButton>
 #include <QTest>
 #include <QVBoxLayout>
@@ -68,6 +69,22 @@ TEST(option_group, a_toggle_without_a_click_tells_its_choice_and_spoils_no_later
   bench.click(1);
   bench.click(0);
   EXPECT_EQ(bench.choices, (std::vector<int>{1, 1, 0}));
+}
+
+TEST(option_group, an_assistive_client_chooses_an_option_and_clicks_the_chosen_one_again) {
+  Bench bench(0);
+  auto* const option = QAccessible::queryAccessibleInterface(bench.group.option(1));
+  EXPECT_EQ(option->role(), QAccessible::RadioButton);
+  EXPECT_EQ(option->text(QAccessible::Name), QStringLiteral("Two"));
+  EXPECT_FALSE(option->state().checked);
+  EXPECT_TRUE(option->state().checkable && option->state().focusable);
+  for (const QString& action :
+       {QAccessibleActionInterface::toggleAction(), QAccessibleActionInterface::pressAction()}) {
+    EXPECT_TRUE(option->actionInterface()->actionNames().contains(action));
+    option->actionInterface()->doAction(action);
+    EXPECT_TRUE(option->state().checked);
+  }
+  EXPECT_EQ(bench.choices, (std::vector<int>{1, 1}));
 }
 
 TEST(option_group, space_chooses_the_option_that_has_the_focus) {
