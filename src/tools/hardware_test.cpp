@@ -52,6 +52,9 @@ QWidget* HardwareTestScreen::step_list() {
   area->setWidgetResizable(true);
   area->setFocusPolicy(Qt::NoFocus);
   area->setWidget(steps_);
+  // The group's own ground shows through both.
+  area->viewport()->setAutoFillBackground(false);
+  steps_->setAutoFillBackground(false);
   QScrollBar* const bar = area->verticalScrollBar();
   connect(bar, &QScrollBar::rangeChanged, bar, [bar](int /*top*/, int bottom) { bar->setValue(bottom); });
   (new QVBoxLayout(group))->addWidget(area);
