@@ -91,13 +91,16 @@ bool Transfers::rest_follows(const std::string& reply) {
 Transfers::UploadEnd Transfers::upload_records(const UploadKind& kind, const StatusLine& status) {
   std::string reply;
   bool is_rest = false;
+  // What waits behind a reply may be a stray character; of a record that was cut at the limit the end must
+  // come.
+  bool must_end = true;
   // The status line has room for five digits, the counter for more: no length of a log ends an upload.
   for (int count = 0;;) {
     if (!is_rest) {
       link_.write_frame(kind.record_request);
     }
     const bool ended = link_.getinput(reply, longest_record, kind.reply_time_out, true, true);
-    if (!ended && !is_rest) {
+    if (!ended && must_end) {
       return UploadEnd::time_out;
     }
     if (reply == last_reply && !is_rest) {
@@ -111,5 +114,6 @@ Transfers::UploadEnd Transfers::upload_records(const UploadKind& kind, const Sta
       status.show("Records Uploaded: " + with_leading_zeros(++count, 5));
     }
     is_rest = ended && rest_follows(reply);
+    must_end = !is_rest || breaks_off(reply);
   }
 }

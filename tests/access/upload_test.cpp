@@ -154,6 +154,19 @@ TEST_P(Upload, a_piece_behind_a_plain_record_that_never_ends_is_kept_and_the_upl
   EXPECT_EQ(file("up.txt"), line("12", "07") + line("", "122") + line("567", "07"));
 }
 
+TEST_P(Upload, a_long_plain_record_whose_end_does_not_come_is_no_complete_upload) {
+  for (const char* rest : {"", "1234"}) {
+    reader.records = {std::string(500, 'x'), "567\x07"};
+    reader.spoil = [this, rest](int, std::string_view command, std::string reply) {
+      return command == row.record_request && reply.starts_with("x") ? reply.substr(0, 500) + rest : reply;
+    };
+    expect_dialog();
+    dialogs.expect_message(boxes::upload_time_out);
+    run();
+    EXPECT_FALSE(busy.uploading_on);
+  }
+}
+
 TEST_P(Upload, a_missing_address_on_a_plain_line) {
   settings.reader_address = "";
   expect_dialog();
