@@ -142,6 +142,25 @@ TEST(PtyServerThread, is_asked_from_several_threads_while_a_program_talks) {
   }
 }
 
+TEST(PtyServerThread, deals_with_what_is_asked_while_it_still_deals_with_the_last) {
+  PtyServer server{Family::vell};
+  for (int round = 0; round < 200; ++round) {
+    const ProgramEnd program{server.path()};
+    ASSERT_EQ(program.exchange("V\r", 29).size(), 29U) << round;
+    server.with_line([](readersim::Line& line, readersim::TimePoint now) {
+      return line.swipe(*line.find(0), "4711", now).accepted;
+    });
+    // Its answer is here before the one who gave it is through.
+    ASSERT_EQ(program.read(5, 2s), "4711\r") << round;
+    server.with_line([](readersim::Line& line, readersim::TimePoint now) {
+      line.hang_up(now);
+      return 0;
+    });
+    ASSERT_TRUE(program.hung_up(2s)) << round;
+    server.replug();
+  }
+}
+
 TEST(PtyServerThread, paces_bytes_in_real_time) {
   Options options;
   options.family = Family::vell;

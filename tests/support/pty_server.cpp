@@ -48,6 +48,8 @@ void PtyServer::run() {
     for (const int ready : server_.round({wake_[0]}, std::chrono::seconds{10})) {
       while (::read(ready, ignored.data(), ignored.size()) > 0) {
       }
+      // The bytes read just now may have asked for a look at what came after the last one.
+      (void)server_.round({}, std::chrono::milliseconds{0});
     }
   }
 }
