@@ -14,13 +14,11 @@ enum class PortCheck { before_dialog, after_dialog };
 enum class OnCancel { use_name_in_dialog, end };
 /// What a file that cannot be created or written does.
 enum class OnFileFailure { go_on, end_silently };
-/// When `uploading_on` is set. Set before the refusals (all readers addressed, no reader there), it stays set
+/// When `uploading_on` is set. Set before the refusals (all readers addressed, no reader there, also for
+/// want of an address on a plain line, where only the connection test looks at it), it stays set
 /// after one: further uploads then do nothing, and clears refuse, until the program ends.
 enum class FlagSet { after_refusals, before_refusals };
 enum class ConnectionTest { none, made };
-/// Whether a plain line needs an address too. Where it does not, a missing one fails the connection test,
-/// with two boxes; where it does, it ends the click after its own, before the flag is set.
-enum class AddressNeeded { on_network, always };
 enum class EmptyReply { skipped, written };
 
 struct UploadKind {
@@ -31,7 +29,6 @@ struct UploadKind {
   std::chrono::milliseconds reply_time_out;
   PortCheck port_check;
   OnCancel on_cancel;
-  AddressNeeded address_needed;
   ConnectionTest connection_test;
   FlagSet flag_set;
   OnFileFailure on_file_failure;

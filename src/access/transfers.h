@@ -27,20 +27,21 @@ class Transfers {
       : link_(link), pump_(pump), dialogs_(dialogs), busy_(busy) {}
 
   /// Asks for a file and writes into it what the reader holds, a record a line. Does nothing while another
-  /// transfer runs.
+  /// transfer or a poll runs.
   void upload(const UploadKind& kind, const StatusLine& status);
 
-  /// Asks for an access list and sends it, one employee a command. Does nothing while another transfer runs.
+  /// Asks for an access list and sends it, one employee a command. Does nothing while another transfer or a
+  /// poll runs.
   /// @param record_length the "Record Length" box: how many characters of an ID are sent, 1 to 18
   /// @throws ClickError "File not found: …" or "Cannot read …"
   void download_access_list(std::string_view record_length, const StatusLine& status);
 
   /// Asks for a schedule file and sends it, eight commands a schedule. Does nothing while another transfer
-  /// runs.
+  /// or a poll runs.
   /// @throws ClickError "File not found: …" or "Cannot read …"
   void download_schedules(const StatusLine& status);
 
-  /// Erases in the reader. Refuses while a transfer runs.
+  /// Erases in the reader. Refuses while a transfer or a poll runs.
   void clear(const ClearKind& kind, const StatusLine& status);
 
  private:
@@ -51,7 +52,8 @@ class Transfers {
     int errors = 0;
   };
 
-  [[nodiscard]] bool busy() const { return busy_.downloading_on || busy_.uploading_on; }
+  /// Whether the line is in use. A poll goes on behind this screen when that was opened with Enter.
+  [[nodiscard]] bool busy() const { return busy_.polling_on || busy_.downloading_on || busy_.uploading_on; }
   void write_two_acks_on_network();
   [[nodiscard]] bool await_characters(std::size_t count, const Deadline& deadline);
 

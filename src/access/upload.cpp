@@ -32,7 +32,7 @@ void Transfers::upload(const UploadKind& kind, const StatusLine& status) {
   if (kind.port_check == PortCheck::after_dialog && !link_.checkcom()) {
     return;
   }
-  if ((link_.network_mode() || kind.address_needed == AddressNeeded::always) && !link_.setnetaddr()) {
+  if (link_.network_mode() && !link_.setnetaddr()) {
     return;
   }
   if (kind.flag_set == FlagSet::before_refusals) {

@@ -172,10 +172,12 @@ TEST_F(AccessDownload, a_closed_port_is_told_before_all_else) {
   transfers.download_access_list("", status);
 }
 
-TEST_F(AccessDownload, a_running_transfer_keeps_it_out_silently) {
+TEST_F(AccessDownload, a_running_transfer_or_poll_keeps_it_out_silently) {
   busy.uploading_on = true;
   transfers.download_access_list("", status);
   busy = {.polling_on = false, .downloading_on = true, .uploading_on = false};
+  transfers.download_access_list("18", status);
+  busy = {.polling_on = true, .downloading_on = false, .uploading_on = false};
   transfers.download_access_list("18", status);
   EXPECT_TRUE(dialogs.shown.empty());
   EXPECT_EQ(port.written(), "");

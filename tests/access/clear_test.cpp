@@ -87,11 +87,14 @@ TEST_P(Clear, silence_on_a_network_times_out_after_five_seconds) {
   run();
 }
 
-TEST_P(Clear, a_running_transfer_is_to_be_waited_for) {
+TEST_P(Clear, a_running_transfer_or_poll_is_to_be_waited_for) {
   busy.uploading_on = true;
   dialogs.expect_message(boxes::please_wait);
   run();
   busy = {.polling_on = false, .downloading_on = true, .uploading_on = false};
+  dialogs.expect_message(boxes::please_wait);
+  run();
+  busy = {.polling_on = true, .downloading_on = false, .uploading_on = false};  // left with Enter, it goes on
   dialogs.expect_message(boxes::please_wait);
   run();
   EXPECT_EQ(port.written(), "");

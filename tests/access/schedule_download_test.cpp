@@ -151,6 +151,8 @@ TEST_F(ScheduleDownload, checks_come_in_their_order) {
   transfers.download_schedules(status);  // busy: nothing at all
   busy = {.polling_on = false, .downloading_on = false, .uploading_on = true};
   transfers.download_schedules(status);
+  busy = {.polling_on = true, .downloading_on = false, .uploading_on = false};
+  transfers.download_schedules(status);
   EXPECT_EQ(port.written(), "");
 }
 
