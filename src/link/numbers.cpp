@@ -37,8 +37,9 @@ std::int64_t number_or_zero(std::string_view text) {
 }
 
 std::int16_t to_int16(std::string_view text) {
-  const std::optional<std::int64_t> value = leading_number(text);
-  if (!value) {
+  const std::string_view number = trimmed(text);
+  const std::optional<std::int64_t> value = leading_number(number);
+  if (!value || !is_digit(number.back()) || number.find_first_not_of("0123456789", 1) != number.npos) {
     throw ClickError("Type mismatch");
   }
   if (*value < std::numeric_limits<std::int16_t>::min() ||

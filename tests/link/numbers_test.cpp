@@ -75,6 +75,14 @@ TEST(to_int16, no_number_is_a_type_mismatch) {
   EXPECT_EQ(why_not_int16(""), "Type mismatch");
   EXPECT_EQ(why_not_int16("  "), "Type mismatch");
   EXPECT_EQ(why_not_int16("abc"), "Type mismatch");
+  EXPECT_EQ(why_not_int16("-"), "Type mismatch");
+}
+
+TEST(to_int16, a_number_with_anything_behind_it_is_a_type_mismatch) {
+  for (const char* const text :
+       {"1,000", "5x", "5-9", "12 34", "12.9", "1e3", "5-", "99999999999999999999x"}) {
+    EXPECT_EQ(why_not_int16(text), "Type mismatch") << text;
+  }
 }
 
 TEST(to_int16_or_zero_when_empty, only_an_empty_text_is_zero) {
