@@ -139,9 +139,10 @@ void FullTermWindow::load() {
 void FullTermWindow::changeEvent(QEvent* event) {
   if (event->type() == QEvent::ActivationChange && isVisible()) {
     if (isActiveWindow()) {
+      keys_.focus_gained(QGuiApplication::queryKeyboardModifiers());
       activated();
     } else {
-      keys_.focus_lost(true);
+      keys_.focus_lost();
       left_for_box_ = in_a_box();
     }
   }

@@ -216,12 +216,14 @@ bool TerminalKeys::show_and_send(std::string_view item, char byte) {
   return target_.send(byte);
 }
 
-void TerminalKeys::focus_lost(bool by_the_window) {
+void TerminalKeys::focus_lost() {
   alt_held_ = false;
-  ctrl_held_ = ctrl_held_ && !by_the_window;
+}
+
+void TerminalKeys::focus_gained(Qt::KeyboardModifiers held) {
+  ctrl_held_ = ctrl_held_ && held.testFlag(Qt::ControlModifier);
 }
 
 void TerminalKeys::reset() {
-  focus_lost(true);
-  swallow_next_ = false;
+  alt_held_ = ctrl_held_ = swallow_next_ = false;
 }

@@ -66,9 +66,10 @@ class TerminalKeys {
   /// @return false when the line took no more; the rest is then left out.
   bool characters(const QString& text);
 
-  /// An Alt code that was begun is forgotten and sends nothing. Ctrl is kept, except when the whole window
-  /// has lost the focus: its release then goes elsewhere.
-  void focus_lost(bool by_the_window);
+  /// An Alt code that was begun is forgotten and sends nothing: its end may go elsewhere.
+  void focus_lost();
+  /// Ctrl counts on while the keyboard says that it is held: it may have been let go elsewhere.
+  void focus_gained(Qt::KeyboardModifiers held);
   /// As if no key had been pressed yet.
   void reset();
 

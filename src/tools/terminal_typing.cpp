@@ -145,8 +145,13 @@ QVariant TypingBox::inputMethodQuery(Qt::InputMethodQuery query) const {
   }
 }
 
+void TypingBox::focusInEvent(QFocusEvent* event) {
+  in_turn([this, held = QGuiApplication::queryKeyboardModifiers()] { keys_.focus_gained(held); });
+  TerminalView::focusInEvent(event);
+}
+
 void TypingBox::focusOutEvent(QFocusEvent* event) {
-  in_turn([this, reason = event->reason()] { keys_.focus_lost(reason == Qt::ActiveWindowFocusReason); });
+  in_turn([this] { keys_.focus_lost(); });
   TerminalView::focusOutEvent(event);
 }
 
@@ -155,7 +160,6 @@ void TypingBox::hideEvent(QHideEvent* event) {
   if (!event->spontaneous()) {  // a minimized window still shows this screen
     to_type_.clear();
     waiting_.clear();
-    keys_.reset();  // what is held now may be let go elsewhere
     typist_->stop();
   }
   TerminalView::hideEvent(event);

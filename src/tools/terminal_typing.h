@@ -35,6 +35,7 @@ class TypingBox : public TerminalView, private LineTarget {
   void keyReleaseEvent(QKeyEvent* event) override;
   void inputMethodEvent(QInputMethodEvent* event) override;
   [[nodiscard]] QVariant inputMethodQuery(Qt::InputMethodQuery query) const override;
+  void focusInEvent(QFocusEvent* event) override;
   void focusOutEvent(QFocusEvent* event) override;
   void hideEvent(QHideEvent* event) override;
   void mouseReleaseEvent(QMouseEvent* event) override;

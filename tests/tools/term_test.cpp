@@ -247,11 +247,32 @@ TEST(term, backspace_is_a_control_character) {
   EXPECT_EQ(bench.typed_lines(), Lines{"a^H"});
 }
 
+TEST(term, ctrl_that_is_held_over_a_change_of_screens_is_held_still) {
+  TermBench bench;
+  QTest::keyPress(bench.typing, Qt::Key_Control);
+  for (const ScreenCode code : {ScreenCode::diag, ScreenCode::term}) {
+    QTest::mouseClick(bench.window.menu().entry(menu_index(code)), Qt::LeftButton, Qt::ControlModifier);
+  }
+  QTest::keyPress(bench.typing, Qt::Key_2);
+  EXPECT_TRUE(bytes_equal(bench.port.written(), "\0"_bytes));
+}
+
 TEST(term, ctrl_that_was_let_go_on_another_screen_is_not_held_any_more) {
   TermBench bench;
   QTest::keyPress(bench.typing, Qt::Key_Control);
   bench.open(ScreenCode::diag);
   bench.open(ScreenCode::term);
+  bench.typing->setFocus();
+  bench.press(Qt::Key_2);
+  EXPECT_TRUE(bytes_equal(bench.port.written(), "2"));
+}
+
+TEST(term, ctrl_that_was_let_go_in_another_box_is_not_held_any_more) {
+  TermBench bench;
+  QTest::keyPress(bench.typing, Qt::Key_Control);
+  bench.received->setFocus();
+  QTest::keyRelease(bench.received, Qt::Key_Control);
+  bench.typing->setFocus();
   bench.press(Qt::Key_2);
   EXPECT_TRUE(bytes_equal(bench.port.written(), "2"));
 }

@@ -289,19 +289,21 @@ TEST(terminal_keys, focus_lost_while_alt_is_held_forgets_the_code) {
   Keyboard keyboard;
   keyboard.down(Qt::Key_Alt);
   keyboard.down(Qt::Key_6, Qt::KeypadModifier);
-  keyboard.keys.focus_lost(false);
+  keyboard.keys.focus_lost();
   keyboard.up(Qt::Key_Alt);
   keyboard.down(Qt::Key_X, none, QStringLiteral("x"));
   EXPECT_EQ(keyboard.terminal.sent, "x");
   EXPECT_EQ(keyboard.terminal.items, "");
 }
 
-TEST(terminal_keys, ctrl_is_kept_over_a_change_of_screens_and_forgotten_when_the_window_loses_the_focus) {
+TEST(terminal_keys, ctrl_is_kept_while_the_focus_is_elsewhere_unless_it_was_let_go_there) {
   Keyboard keyboard;
   keyboard.down(Qt::Key_Control, ctrl);
-  keyboard.keys.focus_lost(false);
+  keyboard.keys.focus_lost();
+  keyboard.keys.focus_gained(ctrl);
   keyboard.down(Qt::Key_2, none, QStringLiteral("2"));
-  keyboard.keys.focus_lost(true);
+  keyboard.keys.focus_lost();
+  keyboard.keys.focus_gained(none);
   keyboard.down(Qt::Key_2, none, QStringLiteral("2"));
   EXPECT_TRUE(bytes_equal(keyboard.terminal.sent,
                           "\0"
