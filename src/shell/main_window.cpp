@@ -160,9 +160,10 @@ void MainWindow::menu_clicked(int index) {
 
 /// Enter opens the highlighted entry. It does not ask the busy flags, unlike a click: that is meant.
 void MainWindow::open_highlighted() {
-  const int index = *menu_->state().hovered();
-  menu_->select(index);
-  display_window(index);
+  if (const std::optional<int> index = menu_->state().hovered()) {
+    menu_->select(*index);
+    display_window(*index);
+  }
 }
 
 bool MainWindow::eventFilter(QObject* receiver, QEvent* event) {

@@ -114,6 +114,18 @@ TEST(orinparam, a_failure_in_the_middle_leaves_what_was_sent) {
   EXPECT_TRUE(bytes_equal(bench.port.written(), "\x85\x02V\x03\x06\x85\x02\\08\x03\x85\x02\"05\x03"));
 }
 
+TEST(orinparam, a_second_acknowledge_does_not_pass_for_that_of_the_next_command) {
+  ScreenBench bench(ScreenCode::orinparam);
+  bench.use_network("5");
+  fill_general(bench, "8", "5", "2");
+  bench.port.answer("\x85\x02V\x03", "\x06:Orin 1.00 0001\x03");
+  bench.port.answer("\x85\x02\\08\x03", "\x06\x06");
+  bench.dialogs.expect_message(warning);
+  bench.dialogs.expect_message("Error communicating with reader");
+  bench.press("set_general");
+  EXPECT_TRUE(bench.port.written().ends_with("\x85\x02\"05\x03"));
+}
+
 TEST(orinparam, a_line_that_takes_no_bytes_is_told) {
   ScreenBench bench(ScreenCode::orinparam);
   bench.port.writable = false;

@@ -296,6 +296,15 @@ TEST(menu, mouse_over_a_frame_or_a_control_of_the_panel_takes_the_highlight_away
   }
 }
 
+TEST(menu, mouse_over_the_empty_end_of_the_menu_takes_the_highlight_away) {
+  WindowBench bench;
+  const MenuEntry* const last = bench.window.menu().entry(MenuState::entry_count - 1);
+  QTest::mouseMove(bench.window.menu().entry(MenuState::entry_count - 1));
+  ASSERT_EQ(bench.window.menu().state().hovered(), MenuState::entry_count - 1);
+  QTest::mouseMove(&bench.window.menu(), last->geometry().bottomLeft() + QPoint(20, 30));
+  EXPECT_EQ(bench.window.menu().state().hovered(), std::nullopt);
+}
+
 TEST(menu, mouse_over_any_screen_panel_takes_the_highlight_away) {
   WindowBench bench;
   for (int index = 0; index < MenuState::entry_count; ++index) {

@@ -49,6 +49,17 @@ TEST(fullterm_print, a_received_pair_of_0xff_is_taken_for_a_mark) {
   EXPECT_EQ(job.lines, (Lines{{{"a", false}, {"b", true}, {"c", false}}}));
 }
 
+TEST(fullterm_print, of_three_0xff_the_first_two_are_the_mark) {
+  const PrintJob job = print_job_of(
+      "\xFF\xFF\xFF"
+      "OK\xFF\xFF"
+      "T");
+  EXPECT_EQ(job.lines, (Lines{{{"\xFF"
+                                "OK",
+                                false},
+                               {"T", true}}}));
+}
+
 TEST(fullterm_print, a_single_0xff_is_printed) {
   EXPECT_EQ(print_job_of("a\xFF").lines, (Lines{{{"a\xFF", true}}}));
 }

@@ -146,6 +146,18 @@ TEST(poll, walks_the_range_and_starts_again_at_its_first_address) {
                           "\x80\x02?\x03\x81\x02?\x03\x82\x02?\x03\x80\x02?\x03\x81\x02?\x03"_bytes));
 }
 
+TEST(poll, needs_no_reader_address_and_leaves_that_of_the_other_screens_alone) {
+  PollBench bench;
+  bench.use_network("9");
+  ASSERT_TRUE(bench.link.setnetaddr());
+  bench.settings.reader_address = "";
+  bench.run_one_poll(reader_5());
+  EXPECT_EQ(bench.polls_of(5), 1);
+  bench.poller.reset_all_readers();
+  EXPECT_TRUE(bench.dialogs.shown.empty());
+  EXPECT_EQ(bench.link.address_byte(), 9 + 128);
+}
+
 TEST(poll, polls_up_to_address_126) {
   PollBench bench;
   bench.poller.set_show_all(true);

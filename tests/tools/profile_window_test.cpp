@@ -223,6 +223,8 @@ TEST(profile_window, a_cancelled_dialog_changes_nothing) {
 TEST(profile_window, a_short_file_is_told_by_its_name_and_changes_nothing) {
   EditorBench bench;
   replace_file(bench.path("short.txt"), "one\r\n");
+  bench.profile.tables.captions.at(0) = "of the current profile";
+  const TestProfile before = bench.profile.tables;
   bench.type("Text1", 0, QStringLiteral("typed"));
   bench.dialogs.expect_open("Load Profile", bench.path("short.txt"));
   bench.dialogs.expect_message("The test profile " + bench.path("short.txt").string() +
@@ -230,6 +232,8 @@ TEST(profile_window, a_short_file_is_told_by_its_name_and_changes_nothing) {
   bench.click("Load");
   EXPECT_EQ(bench.box("Text1", 0)->text(), QStringLiteral("typed"));
   EXPECT_EQ(bench.profile.testprofilefile, default_profile());
+  EXPECT_EQ(bench.profile.tables, before);
+  EXPECT_EQ(bench.changes, 0);
 }
 
 TEST(profile_window, a_character_without_a_byte_is_told_and_nothing_is_saved) {

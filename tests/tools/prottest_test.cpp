@@ -65,6 +65,19 @@ struct ProttestBench : WindowBench {
 
 }  // namespace
 
+TEST(prottest, an_f1_that_only_repeats_starts_nothing) {
+  ProttestBench bench;
+  QKeyEvent event(QEvent::KeyPress, Qt::Key_F1, Qt::NoModifier, QString(), true);
+  QCoreApplication::sendEvent(bench.find("Text8"), &event);
+  EXPECT_EQ(bench.port.written(), "");
+  bench.find("Text8")->setFocus();
+  QCoreApplication::sendEvent(bench.find("Text8"), &event);
+  EXPECT_EQ(bench.port.written(), "");
+  bench.after(100ms, [&bench] { bench.click("F2 Stop"); });
+  QTest::keyClick(bench.find("Text8"), Qt::Key_F1);
+  EXPECT_NE(bench.port.written(), "");
+}
+
 TEST(prottest, entering_shows_the_values_that_polling_starts_from) {
   ProttestBench bench;
   EXPECT_EQ(bench.window.screen_code(), ScreenCode::prottest);
