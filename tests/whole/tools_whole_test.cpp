@@ -254,10 +254,18 @@ TEST(tools_whole, a_late_reader_is_a_time_out_and_spoils_no_other_readers_line) 
   EXPECT_EQ(printed.lines.at(2), unit(31, code_page::from_dos_437('\x9F') + QStringLiteral("^B^C")));
 }
 
+/// What a cycle of polls may cost over its pauses and the reply. The sanitizers' own work, a millisecond a
+/// cycle and more, is not the program's.
+#ifdef __SANITIZE_ADDRESS__
+constexpr double at_most_over = 0.02;
+#else
+constexpr double at_most_over = 0.01;
+#endif
+
 TEST(tools_whole, a_cycle_of_silent_polls_costs_delay_and_time_out_within_one_percent) {
   // A busy machine may be late now and then; the program itself is not.
   double best = 1;
-  for (int attempt = 0; attempt < 12 && best > 0.01; ++attempt) {
+  for (int attempt = 0; attempt < 12 && best > at_most_over; ++attempt) {
     PollWhole bench(network("5"));
     bench.readers.console("fault 5 silent always");
     bench.set(5, 5, 50, 50);
@@ -272,7 +280,7 @@ TEST(tools_whole, a_cycle_of_silent_polls_costs_delay_and_time_out_within_one_pe
     const std::chrono::duration<double, std::milli> ten_cycles = polls.at(10) - polls.at(0);
     best = std::min(best, std::abs(ten_cycles.count() - 1000) / 1000);
   }
-  EXPECT_LE(best, 0.01);
+  EXPECT_LE(best, at_most_over);
 }
 
 TEST(tools_whole, a_cycle_of_answered_polls_costs_delay_reply_and_pause_within_one_percent) {
@@ -284,7 +292,7 @@ TEST(tools_whole, a_cycle_of_answered_polls_costs_delay_reply_and_pause_within_o
   for (const auto& [fault, pause] : {Answered{"", 30ms}, Answered{"fault 5 wrong-ack always", 30ms},
                                      Answered{"fault 5 cut 2 always", 60ms}}) {
     double best = 1;
-    for (int attempt = 0; attempt < 12 && best > 0.01; ++attempt) {
+    for (int attempt = 0; attempt < 12 && best > at_most_over; ++attempt) {
       PollWhole bench(readersim::parse_options({"--network", "5", "--no-console", "--delay", "20"}));
       if (*fault != '\0') {
         bench.readers.console(fault);
@@ -297,7 +305,7 @@ TEST(tools_whole, a_cycle_of_answered_polls_costs_delay_reply_and_pause_within_o
       const auto expected = 10 * (50ms + pause) + ten.replies;
       best = std::min(best, std::abs((ten.all - expected) / expected));
     }
-    EXPECT_LE(best, 0.01) << fault;
+    EXPECT_LE(best, at_most_over) << fault;
   }
 }
 
