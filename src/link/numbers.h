@@ -15,7 +15,7 @@
 [[nodiscard]] std::int64_t number_or_zero(std::string_view text);
 
 /// Strict conversion to a 16-bit signed number: the whole text is one, but for blanks around it.
-/// @throws ClickError "Type mismatch" when it is none ("", "abc", "1,000"), "Overflow" beyond -32768 to 32767.
+/// @throws ClickError "Type mismatch" when it is none ("", "1,000"), "Overflow" beyond -32768 to 32767.
 [[nodiscard]] std::int16_t to_int16(std::string_view text);
 
 /// As to_int16(), but a text that is empty or all blanks is 0.

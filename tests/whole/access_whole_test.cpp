@@ -3,6 +3,7 @@
 
 #include "access/schedule_file.h"
 #include "support/test_folder.h"
+#include "support/tolerance.h"
 #include "support/whole_bench.h"
 
 #include <QAction>
@@ -62,7 +63,7 @@ class AccessWhole : public testing::TestWithParam<bool> {
   /// now and then, but not in three out of four pauses each time.
   void expect_pause(const std::string& command, std::chrono::milliseconds pause,
                     const std::function<void()>& download) {
-    const readersim::TimePoint at_most = std::chrono::microseconds(pause) * 101 / 100;
+    const readersim::TimePoint at_most = std::chrono::microseconds(pause) * (100 + percent_over) / 100;
     std::vector<readersim::TimePoint> best;
     const auto lower_quartile = [](const auto& pauses) { return pauses[pauses.size() / 4]; };
     for (int attempt = 0; attempt < 8 && (best.empty() || lower_quartile(best) > at_most); ++attempt) {

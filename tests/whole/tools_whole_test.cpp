@@ -2,6 +2,7 @@
 // against a reader, stopped by key and by "Profiles"; the window closed in the middle of each.
 
 #include "shell/code_page.h"
+#include "support/tolerance.h"
 #include "support/whole_bench.h"
 #include "tools/drawn_text.h"
 #include "tools/profile.h"
@@ -254,13 +255,7 @@ TEST(tools_whole, a_late_reader_is_a_time_out_and_spoils_no_other_readers_line) 
   EXPECT_EQ(printed.lines.at(2), unit(31, code_page::from_dos_437('\x9F') + QStringLiteral("^B^C")));
 }
 
-/// What a cycle of polls may cost over its pauses and the reply. The sanitizers' own work, a millisecond a
-/// cycle and more, is not the program's.
-#ifdef __SANITIZE_ADDRESS__
-constexpr double at_most_over = 0.02;
-#else
-constexpr double at_most_over = 0.01;
-#endif
+constexpr double at_most_over = percent_over / 100.0;
 
 TEST(tools_whole, a_cycle_of_silent_polls_costs_delay_and_time_out_within_one_percent) {
   // A busy machine may be late now and then; the program itself is not.
