@@ -9,6 +9,7 @@
 #include <QFileInfo>
 #include <QMessageBox>
 #include <QTemporaryFile>
+#include <QWindow>
 
 #include <algorithm>
 
@@ -18,10 +19,22 @@ QString text_of(std::string_view utf8) {
   return QString::fromUtf8(utf8.data(), static_cast<qsizetype>(utf8.size()));
 }
 
-/// The window that a box stands before, also while another program is in front.
-QWidget* window_for_box() {
+}  // namespace
+
+QtDialogs::QtDialogs(EventPump& pump) : pump_(pump) {
+  QObject::connect(qApp, &QGuiApplication::focusWindowChanged, &context_, [this] {
+    if (QWidget* const active = QApplication::activeWindow(); active != nullptr && !box_open()) {
+      last_window_ = active;
+    }
+  });
+}
+
+QWidget* QtDialogs::window_for_box() const {
   if (QWidget* const active = QApplication::activeWindow(); active != nullptr) {
     return active;
+  }
+  if (last_window_ != nullptr && last_window_->isVisible()) {
+    return last_window_;
   }
   const QWidgetList windows = QApplication::topLevelWidgets();
   const auto shown = std::find_if(windows.begin(), windows.end(), [](const QWidget* widget) {
@@ -29,8 +42,6 @@ QWidget* window_for_box() {
   });
   return shown == windows.end() ? nullptr : *shown;
 }
-
-}  // namespace
 
 QMessageBox::StandardButton QtDialogs::show_box(std::string_view text, QMessageBox::StandardButtons buttons) {
   QMessageBox box(window_for_box());

@@ -4,7 +4,6 @@
 #include "shell/fonts.h"
 #include "shell/qt_dialogs.h"
 
-#include <QApplication>
 #include <QFontMetricsF>
 #include <QPainter>
 #include <QPrintDialog>
@@ -74,7 +73,7 @@ bool QtPrinter::available() {
 
 Printer::Result QtPrinter::print(const PrintJob& job) {
   QPrinter printer(QPrinterInfo::defaultPrinter(), QPrinter::HighResolution);
-  QPrintDialog dialog(&printer, QApplication::activeWindow());
+  QPrintDialog dialog(&printer, dialogs_.window_for_box());
   dialog.setOptions(QAbstractPrintDialog::PrintToFile | QAbstractPrintDialog::PrintShowPageSize);
   if (!dialogs_.accepted(dialog)) {
     return Result::cancelled;

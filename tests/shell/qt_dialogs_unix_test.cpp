@@ -62,6 +62,30 @@ TEST(qt_dialogs, a_message_keeps_its_blanks_and_has_an_ok_button_alone) {
   EXPECT_EQ(buttons, 1);
 }
 
+TEST(qt_dialogs, a_box_stands_before_the_window_that_was_active_last_while_none_is) {
+  Bench bench;
+  QWidget first;
+  QWidget second;
+  first.show();
+  second.show();
+  for (QWidget* const last : {&first, &second, &first}) {
+    last->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(last));
+    bench.when_open<QMessageBox>([last](QMessageBox& box) {
+      EXPECT_EQ(box.parentWidget(), last);
+      box.accept();
+    });
+    bench.dialogs.message("one");
+    // As it is until the window manager has given the focus back: the next box comes at once.
+    QApplication::setActiveWindow(nullptr);
+    bench.when_open<QFileDialog>([last](QFileDialog& box) {
+      EXPECT_EQ(box.parentWidget(), last);
+      box.reject();
+    });
+    EXPECT_FALSE(bench.dialogs.choose_save_file({"Save", "a.txt"}).accepted);
+  }
+}
+
 TEST(qt_dialogs, the_first_file_dialog_shows_the_folder_that_it_has_just_made) {
   const QTemporaryDir home;
   const ScopedVariable variable{"HOME", home.path().toStdString()};
