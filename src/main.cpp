@@ -1,19 +1,19 @@
 #include "link/qt_event_pump.h"
 #include "link/qt_serial_port.h"
+#include "shell/application.h"
 #include "shell/main_window.h"
 #include "shell/program.h"
 #include "shell/qt_dialogs.h"
 #include "tools/terminal_qt_printer.h"
 
-#include <QApplication>
 #include <QIcon>
 
 int main(int argc, char** argv) {
-  const QApplication application(argc, argv);
-  QApplication::setApplicationName(QStringLiteral("Tarvos"));
-  QApplication::setApplicationVersion(QStringLiteral(TARVOS_VERSION));
-  QApplication::setDesktopFileName(QStringLiteral("org.tarvos.Tarvos"));
-  QApplication::setWindowIcon(QIcon(QStringLiteral(":/shell/tarvos.png")));  // packaging/icons has its source
+  const Application application(argc, argv);
+  Application::setApplicationName(QStringLiteral("Tarvos"));
+  Application::setApplicationVersion(QStringLiteral(TARVOS_VERSION));
+  Application::setDesktopFileName(QStringLiteral("org.tarvos.Tarvos"));
+  Application::setWindowIcon(QIcon(QStringLiteral(":/shell/tarvos.png")));  // packaging/icons has its source
 
   QtSerialPort port;
   QtEventPump pump(port);
@@ -21,8 +21,8 @@ int main(int argc, char** argv) {
   QtPrinter printer(dialogs);
   Program program(port, pump, dialogs, printer);
   MainWindow window(program.services());
-  QObject::connect(&window, &MainWindow::closed, &application, [] { QApplication::exit(0); });
+  QObject::connect(&window, &MainWindow::closed, &application, [] { Application::exit(0); });
   window.start_up();
   window.show();
-  return QApplication::exec();
+  return Application::exec();
 }

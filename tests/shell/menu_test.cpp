@@ -272,6 +272,35 @@ TEST(menu, an_enter_held_down_opens_a_screen_and_starts_nothing_on_it) {
   EXPECT_EQ(bench.port.written(), "");
 }
 
+TEST(menu, a_key_held_down_is_one_press_though_the_window_system_tells_it_as_many) {
+  WindowBench bench;
+  const auto tell = [&bench](QEvent::Type type, int key, quint64 milliseconds) {
+    QKeyEvent event(type, key, Qt::NoModifier, QStringLiteral(" "));
+    event.setTimestamp(milliseconds);
+    QCoreApplication::sendEvent(bench.window.windowHandle(), &event);
+  };
+  // A repetition is a release and a press of one moment, and nothing marks it.
+  const auto hold = [&tell](int key, quint64 from) {
+    tell(QEvent::KeyPress, key, from);
+    for (quint64 moment = from + 600; moment < from + 800; moment += 40) {
+      tell(QEvent::KeyRelease, key, moment);
+      tell(QEvent::KeyPress, key, moment);
+    }
+    tell(QEvent::KeyRelease, key, from + 800);
+  };
+  for (int step = 0; step < menu_index(ScreenCode::diag); ++step) {
+    press(bench, Qt::Key_Down);
+  }
+  hold(Qt::Key_Return, 1000);
+  ASSERT_EQ(bench.window.screen_code(), ScreenCode::diag);
+  EXPECT_EQ(bench.port.written(), "");
+  bench.button("Test Relay")->setFocus();
+  hold(Qt::Key_Space, 3000);
+  EXPECT_EQ(bench.port.written(), "!01\r");
+  hold(Qt::Key_Space, 3900);  // pressed again
+  EXPECT_EQ(bench.port.written(), "!01\r!01\r");
+}
+
 TEST(menu, a_mouse_that_leaves_the_menu_for_another_window_leaves_no_highlight) {
   WindowBench bench;
   QTest::mouseMove(bench.window.menu().entry(4));

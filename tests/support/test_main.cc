@@ -1,4 +1,5 @@
-#include <QApplication>
+#include "shell/application.h"
+
 #include <QSettings>
 #include <QTemporaryDir>
 
@@ -9,8 +10,8 @@ int main(int argc, char** argv) {
   // What file dialogs keep of themselves is no test's to leave behind, in a person's settings least of all.
   const QTemporaryDir kept;
   QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, kept.path());
-  const QApplication application{argc, argv};
+  const Application application{argc, argv};
   // Windows come and go; an event loop that one of them has ended would end every later box at once.
-  QApplication::setQuitOnLastWindowClosed(false);
+  Application::setQuitOnLastWindowClosed(false);
   return RUN_ALL_TESTS();
 }
