@@ -1,6 +1,5 @@
 #include "access/modaccess.h"
 
-#include "access/row_text.h"
 #include "shell/button.h"
 #include "shell/text_box.h"
 

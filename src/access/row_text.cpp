@@ -16,12 +16,3 @@ std::string bytes_of_row(const std::string& row, const QString& text) {
   throw ClickError(row + ": the character \"" + character.toStdString() +
                    "\" cannot be saved, it is not in the file's character set");
 }
-
-void keep_to_one_line(QLineEdit& box) {
-  QObject::connect(&box, &QLineEdit::textChanged, &box, [&box](const QString& text) {
-    const QString one_line = QString(text).remove(u'\r').remove(u'\n');
-    if (one_line != text) {
-      box.setText(one_line);
-    }
-  });
-}

@@ -42,6 +42,7 @@ TextBox* panel::add_box(const Group& group, int row, const char* object_name, co
                         int maximum_length, KeyFilter filter) {
   auto* const box = new TextBox(object_name, words, maximum_length, filter, group.frame);
   box->set_width_in_characters(maximum_length);
+  keep_to_one_line(*box);
   group.grid->addWidget(label_for(box), row, 0);
   group.grid->addWidget(box, row, 1, Qt::AlignLeft);
   group.grid->setColumnStretch(1, 1);

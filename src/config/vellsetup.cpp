@@ -144,6 +144,7 @@ void VellSetupScreen::add_command(const VellCommand& command, const panel::Group
   }
   const auto [length, filter] = box_for(command.rule);
   auto* const box = new TextBox(command.box, caption, length, filter);
+  keep_to_one_line(*box);
   QPushButton* const button = add_button(caption, [this, &command, box] {
     services().link.send_command(with_parameter(command, box->bytes()), true);
   });

@@ -72,3 +72,12 @@ void TextBox::inputMethodEvent(QInputMethodEvent* event) {
     QLineEdit::inputMethodEvent(&nothing);
   }
 }
+
+void keep_to_one_line(QLineEdit& box) {
+  QObject::connect(&box, &QLineEdit::textChanged, &box, [&box](const QString& text) {
+    const QString one_line = QString(text).remove(u'\r').remove(u'\n');
+    if (one_line != text) {
+      box.setText(one_line);
+    }
+  });
+}

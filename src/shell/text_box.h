@@ -36,3 +36,7 @@ class TextBox : public QLineEdit {
 
   KeyFilter filter_;
 };
+
+/// Keeps line ends out of a box whose text goes into a command or into the row of a file, from the clipboard
+/// too: they would end it half-way.
+void keep_to_one_line(QLineEdit& box);

@@ -2,6 +2,9 @@
 
 #include "config/screen_checks.h"
 
+#include <QClipboard>
+#include <QGuiApplication>
+
 namespace {
 
 TEST(keshsetup, boxes_start_empty_with_their_lengths_and_key_filters) {
@@ -105,6 +108,19 @@ TEST(keshsetup, an_identifier_of_windows_1252_goes_as_its_bytes_and_another_is_r
   bench.dialogs.expect_message("The character \"\u0416\" is not in the readers' character set");
   bench.press("set_ids");
   EXPECT_EQ(bench.port.written(), "");
+}
+
+TEST(keshsetup, a_line_end_pasted_into_an_identifier_is_not_sent) {
+  ScreenBench bench(ScreenCode::keshsetup);
+  QGuiApplication::clipboard()->setText(QStringLiteral("AB\r\n"));
+  bench.control<TextBox>("Text22").paste();
+  EXPECT_EQ(bench.control<TextBox>("Text22").text(), QStringLiteral("AB"));
+  bench.dialogs.expect_message("ID's have been set");
+  bench.press("set_ids");
+  EXPECT_TRUE(bytes_equal(bench.port.written(),
+                          "\0"
+                          "1AB   \r\0"
+                          "2     \r"_bytes));
 }
 
 TEST(keshsetup, a_second_frame_without_acknowledge_leaves_the_first_in_effect) {

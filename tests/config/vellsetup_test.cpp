@@ -2,6 +2,8 @@
 
 #include "config/screen_checks.h"
 
+#include <QClipboard>
+#include <QGuiApplication>
 #include <QLabel>
 
 namespace {
@@ -76,6 +78,14 @@ TEST(vellsetup, a_prefix_of_windows_1252_sends_its_code) {
   bench.control<TextBox>("Text11").setText(QStringLiteral("\u20AC"));  // the euro sign, 128 there
   bench.press("keyboard_prefix");
   EXPECT_TRUE(bytes_equal(bench.port.written(), "\0KP128\r"_bytes));
+}
+
+TEST(vellsetup, a_line_end_pasted_into_a_box_is_not_sent) {
+  ScreenBench bench(ScreenCode::vellsetup);
+  QGuiApplication::clipboard()->setText(QStringLiteral("7\n"));
+  bench.control<TextBox>("Text17").paste();
+  bench.press("good_read_spkr_on_time");
+  EXPECT_TRUE(bytes_equal(bench.port.written(), "\0STE07\r"_bytes));
 }
 
 TEST(vellsetup, a_speed_of_the_reader_leaves_the_port_as_it_is) {
