@@ -34,10 +34,12 @@ OrintaUtilScreen::OrintaUtilScreen(Services& services, QWidget* parent)
       status_(progress_->status()) {
   auto* const grid = new QGridLayout(this);
   grid->addWidget(heading(QStringLiteral("Orin/Orinta Utilities")), 0, 0, 1, 3, Qt::AlignHCenter);
-  grid->addWidget(access_list_group(), 1, 0);
-  grid->addWidget(log_group(), 1, 1);
-  grid->addWidget(schedules_group(), 1, 2);
-  grid->addWidget(progress_, 2, 0, 1, 3);
+  progress_->setAlignment(Qt::AlignHCenter);
+  // Up here the box that ends a transfer does not cover what the transfer has counted.
+  grid->addWidget(progress_, 1, 0, 1, 3);
+  grid->addWidget(access_list_group(), 2, 0);
+  grid->addWidget(log_group(), 2, 1);
+  grid->addWidget(schedules_group(), 2, 2);
   grid->addWidget(note(), 3, 0, 1, 3);
   grid->setRowStretch(4, 1);
 }

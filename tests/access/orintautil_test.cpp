@@ -1,12 +1,15 @@
 #include "access/orintautil.h"
 
 #include "access/editor_bench.h"
+#include "shell/qt_dialogs.h"
 #include "support/window_bench.h"
 
 #include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMessageBox>
 #include <QTableView>
+#include <QTimer>
 
 namespace {
 
@@ -64,6 +67,26 @@ TEST_F(Orintautil, the_progress_keeps_its_place_while_hidden) {
   QCoreApplication::processEvents();
   EXPECT_EQ(progress->geometry(), hidden);
   EXPECT_GT(progress->width(), progress->fontMetrics().horizontalAdvance(progress->text()));
+}
+
+TEST_F(Orintautil, the_box_at_the_end_of_a_transfer_leaves_the_counts_in_view) {
+  progress->setText(QStringLiteral("Records Downloaded: 00001  Errors: 00000"));
+  progress->show();
+  QtDialogs boxes(pump);
+  QRect covered;
+  QTimer answer;
+  QObject::connect(&answer, &QTimer::timeout, &answer, [&] {
+    if (auto* const box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget())) {
+      answer.stop();
+      covered = box->frameGeometry();
+      box->accept();
+    }
+  });
+  answer.start(5);
+  boxes.message("        Download Complete         ");
+  ASSERT_TRUE(window.frameGeometry().intersects(covered));
+  // Offscreen there is no title bar: the box is taken for as much higher as it is high.
+  EXPECT_LT(progress->mapToGlobal(progress->rect().bottomLeft()).y(), covered.top() - covered.height());
 }
 
 TEST_F(Orintautil, download_of_the_access_list_takes_the_record_length_of_the_setup_screen) {
