@@ -13,6 +13,25 @@ namespace {
   throw ClickError(std::string{what} + " " + shown_name(path) + ": " + reason);
 }
 
+constexpr std::string_view saving = "Cannot save";
+
+bool write_all(QFileDevice& file, std::string_view bytes) {
+  const auto size = static_cast<qint64>(bytes.size());
+  return file.open(QIODevice::WriteOnly) && file.write(bytes.data(), size) == size && file.flush();
+}
+
+bool is_device(const std::filesystem::path& path) {
+  std::error_code none;
+  return std::filesystem::is_character_file(path, none);
+}
+
+void write_through(const std::filesystem::path& path, std::string_view bytes) {
+  QFile file{QString::fromStdU16String(path.u16string())};
+  if (!write_all(file, bytes)) {
+    fail(saving, path, file.errorString().toStdString());
+  }
+}
+
 }  // namespace
 
 std::string shown_name(const std::filesystem::path& path) {
@@ -20,18 +39,20 @@ std::string shown_name(const std::filesystem::path& path) {
 }
 
 void replace_file(const std::filesystem::path& path, std::string_view bytes) {
-  constexpr std::string_view what = "Cannot save";
+  if (is_device(path)) {
+    write_through(path, bytes);
+    return;
+  }
   QSaveFile file{QString::fromStdU16String(path.u16string())};
-  const auto size = static_cast<qint64>(bytes.size());
-  if (!file.open(QIODevice::WriteOnly) || file.write(bytes.data(), size) != size || !file.flush()) {
-    fail(what, path, file.errorString().toStdString());
+  if (!write_all(file, bytes)) {
+    fail(saving, path, file.errorString().toStdString());
   }
   // The commit below syncs too, but does not tell when the disk refuses.
   if (const std::string reason = sync_to_disk(file.handle()); !reason.empty()) {
-    fail(what, path, reason);
+    fail(saving, path, reason);
   }
   if (!file.commit()) {
-    fail(what, path, file.errorString().toStdString());
+    fail(saving, path, file.errorString().toStdString());
   }
 }
 

@@ -9,7 +9,7 @@ inline constexpr std::string_view line_end = "\r\n";
 
 /// Replaces the file in one step: the bytes are written aside in the same folder, brought to the disk and
 /// renamed over the old file, whose permissions they keep. A crash, a full disk or a kill at any moment
-/// leaves the old file or the new one, never a piece.
+/// leaves the old file or the new one, never a piece. A device is written to as it stands.
 /// @throws ClickError "Cannot save …" with the reason; the old file then stands as it was.
 void replace_file(const std::filesystem::path& path, std::string_view bytes);
 

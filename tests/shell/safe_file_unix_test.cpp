@@ -1,6 +1,7 @@
 #include "link/click.h"
 #include "shell/folders.h"
 #include "shell/safe_file.h"
+#include "support/pty.h"
 
 #include <QDir>
 #include <QFile>
@@ -93,6 +94,13 @@ TEST_F(SafeFile, a_link_stays_a_link_to_the_replaced_file) {
   replace_file(path("link.txt"), "b");
   EXPECT_TRUE(fs::is_symlink(path("link.txt")));
   EXPECT_EQ(read_whole_file(path()), "b");
+}
+
+TEST_F(SafeFile, a_device_is_written_to_and_stays_one) {
+  const Pty line;
+  replace_file(line.device(), "abc");
+  EXPECT_EQ(line.read(3), "abc");
+  EXPECT_TRUE(fs::is_character_file(line.device()));
 }
 
 TEST_F(SafeFile, a_folder_that_is_not_there_is_told) {
